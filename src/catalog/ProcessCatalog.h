@@ -3,7 +3,6 @@
 #include "catalog/ProcessInfo.h"
 
 #include <QStringView>
-
 #include <optional>
 
 namespace lullwick {

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace lullwick {
+
+/// What running one child process produced.
+struct ChildProcessResult {
+    bool started = false;
+    QString launchError; ///< the platform's reason when the child could not be started
+    int exitStatus = 0;  ///< the child's own exit status (the signal number if a signal ended it)
+    QByteArray standardOutput;
+    QByteArray standardError;
+};
+
+/// Runs system tools: by absolute path with an argument list, never through a shell.
+class ChildProcess {
+public:
+    ChildProcess() = delete;
+
+    /// Starts `program` with exactly `arguments`, standard input inherited, drains both output
+    /// pipes while it runs and waits for it to exit. Blocks the calling (worker) thread.
+    [[nodiscard]] static ChildProcessResult run(const QString &program, const QStringList &arguments);
+};
+
+} // namespace lullwick

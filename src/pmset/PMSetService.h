@@ -1,0 +1,49 @@
+#pragma once
+
+#include "model/AssertionsSnapshot.h"
+#include "platform/ToolPaths.h"
+#include "pmset/PMSetError.h"
+
+#include <QDateTime>
+#include <QFuture>
+#include <QString>
+#include <QStringList>
+#include <QThreadPool>
+#include <optional>
+#include <variant>
+
+namespace lullwick {
+
+struct PartialAssertion;
+
+/// The door to the power-management tool: runs pmset and ps one call at a time on a worker
+/// thread of its own, and parses the assertions listing.
+class PMSetService {
+public:
+    template <typename T> using Result = std::variant<T, PMSetError>;
+
+    explicit PMSetService(QString pmsetPath = ToolPaths::pmset(), QString psPath = ToolPaths::ps());
+    /// Waits for the call under way and those queued behind it.
+    ~PMSetService();
+    Q_DISABLE_COPY_MOVE(PMSetService)
+
+    /// Runs `pmset -g assertions` and parses it, stamped with the instant pmset finished.
+    [[nodiscard]] QFuture<Result<AssertionsSnapshot>> fetchAssertions();
+    /// Runs `pmset -g` and returns its text unchanged.
+    [[nodiscard]] QFuture<Result<QString>> fetchSettings();
+    /// The bare executable name of process `pid`, via `ps`; nothing when it can't be found.
+    [[nodiscard]] QFuture<std::optional<QString>> resolveProcessName(qint64 pid);
+
+    /// Reads a `pmset -g assertions` listing. Pure; never fails; unreadable lines are skipped.
+    [[nodiscard]] static AssertionsSnapshot parse(const QString &output, const QDateTime &capturedAt);
+
+private:
+    [[nodiscard]] static std::optional<PartialAssertion> parsePerProcessLine(QStringView line);
+    [[nodiscard]] static Result<QString> runPMSet(const QString &pmsetPath, const QStringList &arguments);
+
+    const QString m_pmsetPath;
+    const QString m_psPath;
+    QThreadPool m_pool;
+};
+
+} // namespace lullwick

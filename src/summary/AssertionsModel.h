@@ -1,0 +1,77 @@
+#pragma once
+
+#include "model/AssertionsSnapshot.h"
+#include "platform/ToolPaths.h"
+
+#include <QCoroTask>
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <memory>
+#include <optional>
+
+namespace lullwick {
+
+class PMSetService;
+
+/// Process names by PID, for the processes that assertions were created on behalf of.
+using ResolvedNames = QHash<qint64, QString>;
+
+/// The latest reading of the power assertions and the settings text, kept on the UI thread.
+/// Every setter that receives an equal value notifies nobody.
+class AssertionsModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(std::optional<lullwick::AssertionsSnapshot> snapshot READ snapshot NOTIFY snapshotChanged)
+    Q_PROPERTY(QString settingsRaw READ settingsRaw NOTIFY settingsRawChanged)
+    Q_PROPERTY(std::optional<QString> lastError READ lastError NOTIFY lastErrorChanged)
+    Q_PROPERTY(bool isFetching READ isFetching NOTIFY isFetchingChanged)
+    Q_PROPERTY(lullwick::ResolvedNames resolvedNames READ resolvedNames NOTIFY resolvedNamesChanged)
+    Q_PROPERTY(bool showNonBlockedFirst READ showNonBlockedFirst WRITE setShowNonBlockedFirst NOTIFY
+                   showNonBlockedFirstChanged)
+
+public:
+    explicit AssertionsModel(QString pmsetPath = ToolPaths::pmset(), QString psPath = ToolPaths::ps(),
+                             QObject *parent = nullptr);
+    ~AssertionsModel() override;
+
+    [[nodiscard]] const std::optional<AssertionsSnapshot> &snapshot() const { return m_snapshot; }
+    [[nodiscard]] const QString &settingsRaw() const { return m_settingsRaw; }
+    [[nodiscard]] const std::optional<QString> &lastError() const { return m_lastError; }
+    [[nodiscard]] bool isFetching() const { return m_isFetching; }
+    [[nodiscard]] const ResolvedNames &resolvedNames() const { return m_resolvedNames; }
+    [[nodiscard]] bool showNonBlockedFirst() const { return m_showNonBlockedFirst; }
+    void setShowNonBlockedFirst(bool value);
+
+    /// Takes a new reading: assertions, settings text, then the created-for process names.
+    /// Failures end up in `lastError`. Don't call while `isFetching` is true.
+    void refresh();
+
+Q_SIGNALS:
+    void snapshotChanged();
+    void settingsRawChanged();
+    void lastErrorChanged();
+    void isFetchingChanged();
+    void resolvedNamesChanged();
+    void showNonBlockedFirstChanged();
+
+private:
+    QCoro::Task<void> runRefresh();
+    QCoro::Task<void> resolveCreatedForPIDs(AssertionsSnapshot snapshot);
+
+    void setSnapshot(AssertionsSnapshot snapshot);
+    void setSettingsRaw(QString text);
+    void setLastError(std::optional<QString> error);
+    void setIsFetching(bool value);
+    void setResolvedNames(ResolvedNames names);
+    void storeResolvedName(qint64 pid, QString name);
+
+    std::optional<AssertionsSnapshot> m_snapshot;
+    QString m_settingsRaw;
+    std::optional<QString> m_lastError;
+    bool m_isFetching = false;
+    ResolvedNames m_resolvedNames;
+    bool m_showNonBlockedFirst = true;
+    std::unique_ptr<PMSetService> m_service;
+};
+
+} // namespace lullwick

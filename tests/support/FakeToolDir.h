@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// A temporary folder holding links to the fake pmset and ps, and the files that script them.
+class FakeToolDir {
+public:
+    FakeToolDir();
+
+    [[nodiscard]] bool isValid() const { return m_valid; }
+    [[nodiscard]] QString path() const { return m_dir.path(); }
+    [[nodiscard]] QString pmsetPath() const { return m_dir.filePath(QStringLiteral("pmset")); }
+    [[nodiscard]] QString psPath() const { return m_dir.filePath(QStringLiteral("ps")); }
+
+    // `call` is "assertions" (pmset -g assertions) or "settings" (pmset -g).
+    void setOutput(const QString &call, const QByteArray &bytes) const;
+    void setOutputFromFixture(const QString &call, const QString &fixtureName) const;
+    void setErrorOutput(const QString &call, const QByteArray &bytes) const;
+    void setExitStatus(const QString &call, int status) const;
+    void setSleep(const QString &call, double seconds) const;
+
+    /// The PID-to-path table the fake ps answers from.
+    void setProcessTable(const QHash<qint64, QString> &table) const;
+    /// Bytes the fake ps prints whatever it is asked.
+    void setPsOutput(const QByteArray &bytes) const;
+
+    /// One entry per pmset call: (call, start ns, end ns), in the order they were logged.
+    struct Call {
+        QString call;
+        qint64 startNs = 0;
+        qint64 endNs = 0;
+    };
+    [[nodiscard]] QList<Call> pmsetCalls() const;
+    /// The PIDs the fake ps was asked for, in order.
+    [[nodiscard]] QList<qint64> psQueries() const;
+
+private:
+    void write(const QString &name, const QByteArray &bytes) const;
+
+    QTemporaryDir m_dir;
+    bool m_valid = false;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Captured tool output kept under tests/fixtures.
+namespace Fixtures {
+
+[[nodiscard]] QString path(const QString &name);
+[[nodiscard]] QByteArray read(const QString &name);
+[[nodiscard]] QString readText(const QString &name);
+
+/// A `pmset -g assertions` listing with `count` per-process lines, each followed by
+/// continuation lines; every fourth assertion is created for one of `createdForPIDs` PIDs.
+[[nodiscard]] QByteArray generatedAssertions(int count, int createdForPIDs = 8);
+
+} // namespace Fixtures
