@@ -1,0 +1,29 @@
+#!/bin/sh
+# Installs the Debian 12 packages Lullwick builds, tests and runs with. Asks apt only when
+# something is missing, so a second run on a ready machine takes no time and downloads nothing.
+set -eu
+
+packages="cmake ninja-build g++ clang libclang-rt-14-dev pkg-config
+qt6-base-dev qt6-svg-dev qcoro-qt6-dev libicu-dev libbenchmark-dev
+fonts-dejavu-core"
+
+missing=""
+for p in $packages; do
+    if ! dpkg-query -W -f '${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+        missing="$missing $p"
+    fi
+done
+
+if [ -z "$missing" ]; then
+    exit 0
+fi
+
+if [ "$(id -u)" -ne 0 ]; then
+    SUDO=sudo
+else
+    SUDO=
+fi
+echo "Installing:$missing"
+$SUDO apt-get update -qq
+# shellcheck disable=SC2086
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends $missing
