@@ -16,6 +16,22 @@ constexpr QStringView kernelHeader = u"Kernel Assertions:";
 constexpr QStringView noTimeoutHeader = u"No timeout-based assertions";
 constexpr QStringView perProcessPrefix = u"   pid ";
 
+enum class Header : quint8 { none, systemWide, perProcess, ignored };
+
+Header headerOf(QStringView line)
+{
+    // Headers start in the first column; most lines are indented, so one character decides.
+    if (line.isEmpty() || text::isBlank(line.front()))
+        return Header::none;
+    if (line.startsWith(systemWideHeader))
+        return Header::systemWide;
+    if (line.startsWith(perProcessHeader))
+        return Header::perProcess;
+    if (line.startsWith(kernelHeader) || line.startsWith(noTimeoutHeader))
+        return Header::ignored;
+    return Header::none;
+}
+
 /// Words separated by runs of U+0020 joined with single spaces (tabs stay inside words).
 QString joinedWords(QStringView s)
 {
@@ -116,28 +132,32 @@ AssertionsSnapshot PMSetService::parse(const QString &output, const QDateTime &c
     snapshot.rawOutput = output;
 
     Section section = Section::none;
-    std::optional<PartialAssertion> current;
+    // Kept as a flag beside a value rather than an optional: GCC's -O2 flow analysis reports
+    // a false "may be used uninitialized" for an optional of this record.
+    PartialAssertion current;
+    bool pending = false;
     const auto flushCurrent = [&] {
-        if (current)
-            snapshot.assertions.append(std::move(*current).materialize());
-        current.reset();
+        if (pending)
+            snapshot.assertions.append(std::move(current).materialize());
+        pending = false;
     };
 
     // Only a line feed ends a line; a carriage return stays part of its line.
     for (QStringView line : QStringView(output).tokenize(u'\n')) {
-        if (line.startsWith(systemWideHeader)) {
+        switch (headerOf(line)) {
+        case Header::systemWide:
             section = Section::systemWide; // an assertion under assembly stays pending
             continue;
-        }
-        if (line.startsWith(perProcessHeader)) {
+        case Header::perProcess:
             flushCurrent();
             section = Section::perProcess;
             continue;
-        }
-        if (line.startsWith(kernelHeader) || line.startsWith(noTimeoutHeader)) {
+        case Header::ignored:
             flushCurrent();
             section = Section::ignored;
             continue;
+        case Header::none:
+            break;
         }
 
         switch (section) {
@@ -151,10 +171,13 @@ AssertionsSnapshot PMSetService::parse(const QString &output, const QDateTime &c
         case Section::perProcess:
             if (line.startsWith(perProcessPrefix)) {
                 flushCurrent();
-                current = parsePerProcessLine(line);
-            } else if (current) {
+                if (std::optional<PartialAssertion> parsed = parsePerProcessLine(line)) {
+                    current = std::move(*parsed);
+                    pending = true;
+                }
+            } else if (pending) {
                 if (const QStringView extra = text::trimmed(line); !extra.isEmpty())
-                    current->appendExtra(extra);
+                    current.appendExtra(extra);
             }
             break;
         }
