@@ -28,3 +28,6 @@ struct Assertion {
 size_t qHash(const Assertion &assertion, size_t seed = 0) noexcept;
 
 } // namespace lullwick
+
+// Every member only holds pointers to shared data, so a list may move records by memcpy.
+Q_DECLARE_TYPEINFO(lullwick::Assertion, Q_RELOCATABLE_TYPE);

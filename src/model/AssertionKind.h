@@ -75,3 +75,5 @@ private:
 };
 
 } // namespace lullwick
+
+Q_DECLARE_TYPEINFO(lullwick::AssertionKind, Q_RELOCATABLE_TYPE);

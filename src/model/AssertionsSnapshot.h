@@ -17,6 +17,12 @@ struct SystemWideCount {
     bool operator==(const SystemWideCount &) const = default;
 };
 
+} // namespace lullwick
+
+Q_DECLARE_TYPEINFO(lullwick::SystemWideCount, Q_RELOCATABLE_TYPE);
+
+namespace lullwick {
+
 /// One complete reading of `pmset -g assertions`.
 struct AssertionsSnapshot {
     QDateTime capturedAt;                    ///< when the reading was taken

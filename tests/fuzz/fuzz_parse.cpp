@@ -4,7 +4,6 @@
 #include "pmset/PMSetService.h"
 
 #include <QDateTime>
-
 #include <cstdint>
 #include <cstdlib>
 
