@@ -40,20 +40,15 @@ private Q_SLOTS:
         QTest::addRow("digits") << "1069" << true << qint64(1069);
         QTest::addRow("leading plus") << "+3" << true << qint64(3);
         QTest::addRow("leading minus") << "-2" << true << qint64(-2);
-        QTest::addRow("leading zeros") << "007" << true << qint64(7);
         QTest::addRow("largest") << "9223372036854775807" << true << std::numeric_limits<qint64>::max();
         QTest::addRow("smallest") << "-9223372036854775808" << true << std::numeric_limits<qint64>::min();
         QTest::addRow("one past largest") << "9223372036854775808" << false << qint64(0);
         QTest::addRow("one past smallest") << "-9223372036854775809" << false << qint64(0);
-        QTest::addRow("twenty digits") << "99999999999999999999" << false << qint64(0);
         QTest::addRow("empty") << "" << false << qint64(0);
         QTest::addRow("sign alone") << "-" << false << qint64(0);
-        QTest::addRow("two signs") << "+-1" << false << qint64(0);
         QTest::addRow("trailing letter") << "3x" << false << qint64(0);
-        QTest::addRow("inner space") << "1 2" << false << qint64(0);
         QTest::addRow("surrounding space") << " 12" << false << qint64(0);
         QTest::addRow("arabic-indic digits") << QString::fromUtf8("\u0661\u0662") << false << qint64(0);
-        QTest::addRow("fullwidth digit") << QString::fromUtf8("\uff11") << false << qint64(0);
     }
     void integersAreStrict()
     {
@@ -66,52 +61,24 @@ private Q_SLOTS:
             QCOMPARE(*parsed, value);
     }
 
-    void trimmingRemovesOnlyBlanks_data()
+    void blanksAndDecoding()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        QTest::addRow("spaces and tabs") << " \t a b \t"
-                                         << "a b";
-        QTest::addRow("no-break and ideographic spaces") << QString::fromUtf8("\u00a0x\u3000") << "x";
-        QTest::addRow("line feed stays") << "\nx\n"
-                                         << "\nx\n";
-        QTest::addRow("carriage return stays") << "x\r"
-                                               << "x\r";
-        QTest::addRow("all blank") << " \t "
-                                   << "";
-    }
-    void trimmingRemovesOnlyBlanks()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
-        QCOMPARE(text::trimmed(text).toString(), expected);
-    }
-
-    void utf8DecodingRejectsInvalidBytes()
-    {
+        // Tabs and every Unicode space separator are blanks; line breaks are not.
+        QCOMPARE(text::trimmed(u" \t\u00a0a b\u3000"), u"a b");
+        QCOMPARE(text::trimmed(u"\nx\r"), u"\nx\r");
         QCOMPARE(text::decodeUtf8("caf\xc3\xa9"), std::optional<QString>(QString::fromUtf8("café")));
-        QCOMPARE(text::decodeUtf8(""), std::optional<QString>(QString()));
-        QVERIFY(!text::decodeUtf8("caf\xe9"));
-        QVERIFY(!text::decodeUtf8("\xc3"));
+        QVERIFY(!text::decodeUtf8("caf\xe9")); // a sequence cut off at the end
         QVERIFY(!text::decodeUtf8("a\xff"
                                   "b"));
-        QCOMPARE(text::decodeUtf8("\xef\xbb\xbf"
-                                  "x")
-                     ->size(),
-                 2); // a byte-order mark is kept, not eaten
     }
 
-    void sleepKindRawValues()
+    void sleepKindLabels()
     {
-        QStringList labels;
-        for (SleepKind kind : allSleepKinds)
-            labels << rawValue(kind);
-        QCOMPARE(labels, QStringList({"Idle system sleep", "All system sleep", "Display sleep"}));
-        for (SleepKind kind : allSleepKinds)
-            QCOMPARE(sleepKindFromRawValue(rawValue(kind)), std::optional(kind));
+        QCOMPARE(rawValue(allSleepKinds[0]), "Idle system sleep");
+        QCOMPARE(rawValue(allSleepKinds[1]), "All system sleep");
+        QCOMPARE(rawValue(allSleepKinds[2]), "Display sleep");
         QCOMPARE(sleepKindFromRawValue(u"Display sleep"), std::optional(SleepKind::display));
         QVERIFY(!sleepKindFromRawValue(u"display sleep"));
-        QVERIFY(!sleepKindFromRawValue(u"Display sleep "));
     }
 
     void kindsFromTypeWords_data()
@@ -133,19 +100,11 @@ private Q_SLOTS:
             << "DenySystemSleep" << int(AssertionKind::denySystemSleepLegacy) << "isd";
         QTest::addRow("software update")
             << "SoftwareUpdateTask" << int(AssertionKind::softwareUpdateTask) << "i";
-        QTest::addRow("system is active") << "SystemIsActive" << int(AssertionKind::systemIsActive) << "i";
         QTest::addRow("user is active blocks nothing")
             << "UserIsActive" << int(AssertionKind::userIsActive) << "";
-        QTest::addRow("disk idle blocks nothing")
-            << "PreventDiskIdle" << int(AssertionKind::preventDiskIdle) << "";
-        QTest::addRow("external media blocks nothing")
-            << "ExternalMedia" << int(AssertionKind::externalMedia) << "";
-        QTest::addRow("internal display proxy")
-            << "InternalPreventDisplaySleep" << int(AssertionKind::internalPreventDisplaySleep) << "";
         QTest::addRow("lower case is other")
             << "preventuseridlesystemsleep" << int(AssertionKind::other) << "";
         QTest::addRow("empty is other") << "" << int(AssertionKind::other) << "";
-        QTest::addRow("trailing space is other") << "PreventSystemSleep " << int(AssertionKind::other) << "";
     }
     void kindsFromTypeWords()
     {
@@ -162,19 +121,6 @@ private Q_SLOTS:
         QCOMPARE(blocked.isEmpty(), blocks.isEmpty());
         if (kind.isOther())
             QCOMPARE(kind.otherText(), word);
-    }
-
-    void everyKnownWordRoundTrips()
-    {
-        QSet<QString> descriptions;
-        for (int i = 0; i < AssertionKind::knownCaseCount; ++i) {
-            const AssertionKind kind{AssertionKind::Case(i)};
-            QCOMPARE(AssertionKind::fromRawType(kind.typeWord()), kind);
-            QVERIFY(!kind.humanDescription().isEmpty());
-            descriptions.insert(kind.humanDescription());
-        }
-        // The three legacy kinds share their modern counterparts' sentences.
-        QCOMPARE(descriptions.size(), AssertionKind::knownCaseCount - 3);
     }
 
     void descriptions()
@@ -209,19 +155,6 @@ private Q_SLOTS:
         QCOMPARE(set.size(), 4);
     }
 
-    void assertionEqualityIncludesId()
-    {
-        Assertion a = makeAssertion(1, AssertionKind::userIsActive);
-        Assertion copy = a;
-        QCOMPARE(copy, a);
-        QCOMPARE(qHash(copy), qHash(a));
-        copy.id = QUuid::createUuid();
-        QVERIFY(copy != a);
-        copy.id = a.id;
-        copy.extras = QString();
-        QVERIFY(copy != a); // empty extras is not absent extras
-    }
-
     void createdForPID_data()
     {
         QTest::addColumn<std::optional<QString>>("extras");
@@ -233,19 +166,12 @@ private Q_SLOTS:
         QTest::addRow("first line not a number")
             << std::optional<QString>("Created for PID: abc\nCreated for PID: 77,")
             << std::optional<qint64>(77);
-        QTest::addRow("first number wins")
-            << std::optional<QString>("Created for PID: 5\nCreated for PID: 6") << std::optional<qint64>(5);
         QTest::addRow("marker mid-line")
             << std::optional<QString>("Timeout x\nproxy Created for PID: \t42 ., ")
             << std::optional<qint64>(42);
         QTest::addRow("nothing after marker") << std::optional<QString>("Created for PID:") << none;
         QTest::addRow("only dots commas spaces") << std::optional<QString>("Created for PID:  .,. ,") << none;
         QTest::addRow("number then words") << std::optional<QString>("Created for PID: 12 and more") << none;
-        QTest::addRow("negative number")
-            << std::optional<QString>("Created for PID: -3") << std::optional<qint64>(-3);
-        QTest::addRow("lower-case marker") << std::optional<QString>("created for pid: 9") << none;
-        QTest::addRow("empty lines around")
-            << std::optional<QString>("\n\nCreated for PID: 8\n") << std::optional<qint64>(8);
         QTest::addRow("no marker") << std::optional<QString>("Timeout will fire in 3600 secs") << none;
     }
     void createdForPID()
@@ -273,14 +199,8 @@ private Q_SLOTS:
         QTest::addRow("system and idle of two pids: both idle blockers")
             << L{88, 89} << KL{K::preventSystemSleep, K::preventUserIdleSystemSleep} << L{88, 89} << L{88}
             << L{88} << L{};
-        QTest::addRow("idle before system of one pid")
-            << L{88, 88} << KL{K::preventUserIdleSystemSleep, K::preventSystemSleep} << L{88} << L{88}
-            << L{88} << L{};
         QTest::addRow("legacy pair behaves like modern pair")
             << L{5, 5} << KL{K::noIdleSleepLegacy, K::denySystemSleepLegacy} << L{5} << L{5} << L{5} << L{};
-        QTest::addRow("mixed legacy and modern")
-            << L{5, 5} << KL{K::preventUserIdleSystemSleep, K::denySystemSleepLegacy} << L{5} << L{5} << L{5}
-            << L{};
         QTest::addRow("display assertion blocks idle too")
             << L{7} << KL{K::preventUserIdleDisplaySleep} << L{7} << L{} << L{7} << L{};
         QTest::addRow("display assertion kept beside system of same pid")
@@ -311,16 +231,6 @@ private Q_SLOTS:
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::system)), system);
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::display)), display);
         QCOMPARE(pidsOf(snapshot.nonBlockingAssertions()), nonBlocking);
-    }
-
-    void blockersKeepTheRecordsThemselves()
-    {
-        AssertionsSnapshot snapshot;
-        snapshot.assertions = {makeAssertion(88, AssertionKind::preventUserIdleSystemSleep),
-                               makeAssertion(88, AssertionKind::preventSystemSleep)};
-        const QList<Assertion> idle = snapshot.blockers(SleepKind::idleSystem);
-        QCOMPARE(idle.size(), 1);
-        QCOMPARE(idle.first(), snapshot.assertions.at(1));
     }
 };
 

@@ -91,32 +91,19 @@ private Q_SLOTS:
         QTest::addRow("spaces around pid and extra spaces before type")
             << "   pid  12 (a): x [b]   1:00    BackgroundTask   named: \"r\""
             << QStringList{"12", "a", "b", "1:00", "BackgroundTask", "r"};
-        QTest::addRow("empty name and id") << "   pid 1(): [] 00:00:01 UserIsActive"
-                                           << QStringList{"1", "", "", "00:00:01", "UserIsActive", "<none>"};
         QTest::addRow("empty reason")
             << "   pid 1(a): [b] t W named: \"\"" << QStringList{"1", "a", "b", "t", "W", ""};
         QTest::addRow("reason without closing quote")
             << "   pid 1(a): [b] t W named: \"open" << QStringList{"1", "a", "b", "t", "W", "<none>"};
         QTest::addRow("reason cut at inner quote")
             << "   pid 1(a): [b] t W named: \"say \"hi\"\"" << QStringList{"1", "a", "b", "t", "W", "say "};
-        QTest::addRow("marker without space is no marker")
-            << "   pid 1(a): [b] t W named:\"x\"" << QStringList{"1", "a", "b", "t", "W", "<none>"};
-        QTest::addRow("tab inside type word stays")
-            << "   pid 1(a): [b] t W\tX" << QStringList{"1", "a", "b", "t", "W\tX", "<none>"};
         QTest::addRow("carriage return joins the type word")
             << "   pid 1(a): [b] t W\r" << QStringList{"1", "a", "b", "t", "W\r", "<none>"};
-        QTest::addRow("signed pid") << "   pid +5(a): [b] t W"
-                                    << QStringList{"5", "a", "b", "t", "W", "<none>"};
         QTest::addRow("pid not a number") << "   pid x(a): [b] t W" << rejected;
-        QTest::addRow("pid missing") << "   pid (a): [b] t W" << rejected;
         QTest::addRow("no type word") << "   pid 1(a): [b] 00:00:42" << rejected;
-        QTest::addRow("nothing after bracket") << "   pid 1(a): [b]" << rejected;
         QTest::addRow("no colon") << "   pid 1(a) [b] t W" << rejected;
         QTest::addRow("colon inside name") << "   pid 1(a:b): [c] t W" << rejected;
-        QTest::addRow("parenthesis after colon") << "   pid 1: (a) [c] t W" << rejected;
         QTest::addRow("bracket reversed") << "   pid 1(a): ]b[ t W" << rejected;
-        QTest::addRow("no brackets") << "   pid 1(a): t W" << rejected;
-        QTest::addRow("pid too large") << "   pid 9223372036854775808(a): [b] t W" << rejected;
     }
     void perProcessLine()
     {
@@ -154,11 +141,8 @@ private Q_SLOTS:
         QTest::addRow("blank continuation lines are not extras")
             << perProcess("   pid 1(a): [b] t W\n \t \n\n  one  \n\ttwo\n") << QStringList{"1:one|two"}
             << QStringList{};
-        QTest::addRow("tab-indented pid line is a continuation")
-            << perProcess("   pid 1(a): [b] t W\n\tpid 2(a): [b] t W\n") << QStringList{"1:pid 2(a): [b] t W"}
-            << QStringList{};
-        QTest::addRow("two- and four-space pid lines are continuations")
-            << perProcess("   pid 1(a): [b] t W\n  pid 2(a): [b] t W\n    pid 3(a): [b] t W\n")
+        QTest::addRow("pid line indented by a tab or two spaces is a continuation")
+            << perProcess("   pid 1(a): [b] t W\n\tpid 2(a): [b] t W\n  pid 3(a): [b] t W\n")
             << QStringList{"1:pid 2(a): [b] t W|pid 3(a): [b] t W"} << QStringList{};
         QTest::addRow("indented line with nothing pending is skipped")
             << perProcess("\tCreated for PID: 4\n   pid 1(a): [b] t W\n") << QStringList{"1:-"}
@@ -174,10 +158,6 @@ private Q_SLOTS:
             << perProcess("   pid 1(a): [b] t W\n") + "Kernel Assertions:\n   pid 9(a): [b] t W\n" +
                    perProcess("   pid 2(a): [b] t W\n")
             << QStringList{"1:-", "2:-"} << QStringList{};
-        QTest::addRow("no-timeout header ends the section")
-            << perProcess("   pid 1(a): [b] t W\n") +
-                   "No timeout-based assertions found.\n   pid 2(a): [b] t W\n"
-            << QStringList{"1:-"} << QStringList{};
         QTest::addRow("indented header is no header")
             << perProcess("   pid 1(a): [b] t W\n Kernel Assertions: 0x4\n")
             << QStringList{"1:Kernel Assertions: 0x4"} << QStringList{};
@@ -185,12 +165,6 @@ private Q_SLOTS:
             << "Assertion status system-wide:\n   Some    Counter  Name   7\n   A -2\n   B +3\n   C 3x\n   "
                "7\n\n  \t\n"
             << QStringList{} << QStringList{"Some Counter Name=7", "A=-2", "B=3"};
-        QTest::addRow("counter with tab before number is one word")
-            << "Assertion status system-wide:\n   A\t1\n   B \t 2\n"
-            << QStringList{} << QStringList{"B \t=2"};
-        QTest::addRow("duplicate counters stay")
-            << "Assertion status system-wide:\n   A 1\nAssertion status system-wide:\n   A 1\n"
-            << QStringList{} << QStringList{"A=1", "A=1"};
         QTest::addRow("real capture")
             << Fixtures::readText("assertions-typical.txt")
             << QStringList{"402:Created for PID: 1069.",
@@ -224,36 +198,6 @@ private Q_SLOTS:
         QCOMPARE(gotCounts, counts);
     }
 
-    void realCaptureClassifiesAndLinks()
-    {
-        const AssertionsSnapshot s = parse(Fixtures::readText("assertions-typical.txt"));
-        QCOMPARE(s.assertions.size(), 5);
-        QCOMPARE(
-            s.assertions[0].namedReason,
-            std::optional<QString>(
-                "com.apple.audio.AppleUSBAudioEngine:Generic:USB Audio:1234:1.context.preventuseridlesleep"));
-        QCOMPARE(s.assertions[1].processName, "WindowServer");
-        QCOMPARE(s.assertions[1].kind, AssertionKind::userIsActive);
-        QCOMPARE(s.assertions[3].kind, AssertionKind::networkClientActive);
-        QCOMPARE(s.assertions[4].createdForPID(), std::optional<qint64>(1069));
-        QCOMPARE(s.nonBlockingAssertions().size(), 2);
-        QCOMPARE(s.blockers(SleepKind::idleSystem).size(), 3);
-    }
-
-    void unknownTypeWordIsOther()
-    {
-        const AssertionsSnapshot s = parse(perProcess("   pid 1(a): [b] 00:01 FancyNewAssertion\n"));
-        QCOMPARE(s.assertions.size(), 1);
-        QCOMPARE(s.assertions[0].kind, AssertionKind::makeOther("FancyNewAssertion"));
-    }
-
-    void sameTextGivesNewIds()
-    {
-        const QString text = perProcess("   pid 1(a): [b] t W\n");
-        QVERIFY(parse(text).assertions[0].id != parse(text).assertions[0].id);
-    }
-
-    // Size guards: these would take minutes if any step went quadratic.
     void oneMegabyteSingleLine()
     {
         QString line = QStringLiteral("   pid 1(a): [b] t W named: \"");
