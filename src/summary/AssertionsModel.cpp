@@ -106,12 +106,17 @@ QCoro::Task<void> AssertionsModel::resolveCreatedForPIDs(AssertionsSnapshot snap
     }
 }
 
+template <typename T> void AssertionsModel::assign(T &property, T value, void (AssertionsModel::*changed)())
+{
+    if (property == value)
+        return;
+    property = std::move(value);
+    Q_EMIT(this->*changed)();
+}
+
 void AssertionsModel::setShowNonBlockedFirst(bool value)
 {
-    if (m_showNonBlockedFirst == value)
-        return;
-    m_showNonBlockedFirst = value;
-    Q_EMIT showNonBlockedFirstChanged();
+    assign(m_showNonBlockedFirst, value, &AssertionsModel::showNonBlockedFirstChanged);
 }
 
 void AssertionsModel::setSnapshot(AssertionsSnapshot snapshot)
@@ -123,34 +128,22 @@ void AssertionsModel::setSnapshot(AssertionsSnapshot snapshot)
 
 void AssertionsModel::setSettingsRaw(QString text)
 {
-    if (m_settingsRaw == text)
-        return;
-    m_settingsRaw = std::move(text);
-    Q_EMIT settingsRawChanged();
+    assign(m_settingsRaw, std::move(text), &AssertionsModel::settingsRawChanged);
 }
 
 void AssertionsModel::setLastError(std::optional<QString> error)
 {
-    if (m_lastError == error)
-        return;
-    m_lastError = std::move(error);
-    Q_EMIT lastErrorChanged();
+    assign(m_lastError, std::move(error), &AssertionsModel::lastErrorChanged);
 }
 
 void AssertionsModel::setIsFetching(bool value)
 {
-    if (m_isFetching == value)
-        return;
-    m_isFetching = value;
-    Q_EMIT isFetchingChanged();
+    assign(m_isFetching, value, &AssertionsModel::isFetchingChanged);
 }
 
 void AssertionsModel::setResolvedNames(ResolvedNames names)
 {
-    if (m_resolvedNames == names)
-        return;
-    m_resolvedNames = std::move(names);
-    Q_EMIT resolvedNamesChanged();
+    assign(m_resolvedNames, std::move(names), &AssertionsModel::resolvedNamesChanged);
 }
 
 void AssertionsModel::storeResolvedName(qint64 pid, QString name)

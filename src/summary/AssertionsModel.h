@@ -58,6 +58,8 @@ private:
     QCoro::Task<void> runRefresh();
     QCoro::Task<void> resolveCreatedForPIDs(AssertionsSnapshot snapshot);
 
+    /// Stores `value` and emits `changed`, unless the property already holds an equal value.
+    template <typename T> void assign(T &property, T value, void (AssertionsModel::*changed)());
     void setSnapshot(AssertionsSnapshot snapshot);
     void setSettingsRaw(QString text);
     void setLastError(std::optional<QString> error);
