@@ -3,14 +3,46 @@
 #include <QDir>
 #include <QProcess>
 
+#ifdef Q_OS_UNIX
+#include <signal.h>
+#include <unistd.h>
+#endif
+
 namespace lullwick {
 
-ChildProcessResult ChildProcess::run(const QString &program, const QStringList &arguments)
+namespace {
+
+// How often a wait looks at the stop flag; short enough that a closing window never notices.
+constexpr int stopPollMs = 50;
+
+bool stopRequested(const std::atomic<bool> *stop)
+{
+    return stop && stop->load();
+}
+
+void killWithGroup(QProcess &process)
+{
+#ifdef Q_OS_UNIX
+    // The child leads its own group, so helpers it started (a script's `sleep`) go with it.
+    if (const qint64 pid = process.processId(); pid > 0)
+        ::kill(-pid_t(pid), SIGKILL);
+#endif
+    process.kill();
+}
+
+} // namespace
+
+ChildProcessResult ChildProcess::run(const QString &program, const QStringList &arguments,
+                                     const std::atomic<bool> *stop)
 {
     ChildProcessResult result;
     // A relative name would make QProcess search PATH; the tools live at fixed places.
     if (!QDir::isAbsolutePath(program)) {
         result.launchError = QStringLiteral("%1 is not an absolute path").arg(program);
+        return result;
+    }
+    if (stopRequested(stop)) {
+        result.launchError = QStringLiteral("the service is shutting down");
         return result;
     }
 
@@ -19,6 +51,9 @@ ChildProcessResult ChildProcess::run(const QString &program, const QStringList &
     process.setArguments(arguments);
     process.setInputChannelMode(QProcess::ForwardedInputChannel);
     process.setProcessChannelMode(QProcess::SeparateChannels);
+#ifdef Q_OS_UNIX
+    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+#endif
     process.start(QIODevice::ReadOnly);
     if (!process.waitForStarted(-1)) {
         result.launchError = process.errorString();
@@ -27,7 +62,15 @@ ChildProcessResult ChildProcess::run(const QString &program, const QStringList &
     result.started = true;
 
     // QProcess reads both pipes while it waits, so a child that fills one is never stalled.
-    process.waitForFinished(-1);
+    while (!process.waitForFinished(stop ? stopPollMs : -1)) {
+        if (process.state() == QProcess::NotRunning)
+            break;
+        if (stopRequested(stop)) {
+            killWithGroup(process);
+            process.waitForFinished(-1);
+            break;
+        }
+    }
     result.exitStatus = process.exitCode();
     result.standardOutput = process.readAllStandardOutput();
     result.standardError = process.readAllStandardError();

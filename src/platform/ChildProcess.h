@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <atomic>
 
 namespace lullwick {
 
@@ -22,7 +23,9 @@ public:
 
     /// Starts `program` with exactly `arguments`, standard input inherited, drains both output
     /// pipes while it runs and waits for it to exit. Blocks the calling (worker) thread.
-    [[nodiscard]] static ChildProcessResult run(const QString &program, const QStringList &arguments);
+    /// Once `stop` is set, nothing more is started and a running child is killed with its group.
+    [[nodiscard]] static ChildProcessResult run(const QString &program, const QStringList &arguments,
+                                                const std::atomic<bool> *stop = nullptr);
 };
 
 } // namespace lullwick

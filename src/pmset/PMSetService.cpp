@@ -3,25 +3,18 @@
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
 
-#include <QtConcurrent/QtConcurrentRun>
-
 namespace lullwick {
 
 PMSetService::PMSetService(QString pmsetPath, QString psPath)
     : m_pmsetPath(std::move(pmsetPath)), m_psPath(std::move(psPath))
-{
-    // One worker: calls through one instance never overlap and run in the order requested.
-    m_pool.setMaxThreadCount(1);
-}
+{}
 
-PMSetService::~PMSetService()
-{
-    m_pool.waitForDone();
-}
+PMSetService::~PMSetService() = default;
 
-PMSetService::Result<QString> PMSetService::runPMSet(const QString &pmsetPath, const QStringList &arguments)
+PMSetService::Result<QString> PMSetService::runPMSet(const QString &pmsetPath, const QStringList &arguments,
+                                                     const std::atomic<bool> &stop)
 {
-    const ChildProcessResult run = ChildProcess::run(pmsetPath, arguments);
+    const ChildProcessResult run = ChildProcess::run(pmsetPath, arguments, &stop);
     if (!run.started)
         return PMSetError::makeLaunchFailed(run.launchError);
     if (run.exitStatus != 0)
@@ -32,8 +25,8 @@ PMSetService::Result<QString> PMSetService::runPMSet(const QString &pmsetPath, c
 
 QFuture<PMSetService::Result<AssertionsSnapshot>> PMSetService::fetchAssertions()
 {
-    return QtConcurrent::run(&m_pool, [path = m_pmsetPath]() -> Result<AssertionsSnapshot> {
-        Result<QString> output = runPMSet(path, {QStringLiteral("-g"), QStringLiteral("assertions")});
+    return m_worker.run([path = m_pmsetPath](const std::atomic<bool> &stop) -> Result<AssertionsSnapshot> {
+        Result<QString> output = runPMSet(path, {QStringLiteral("-g"), QStringLiteral("assertions")}, stop);
         if (auto *error = std::get_if<PMSetError>(&output))
             return std::move(*error);
         const QDateTime capturedAt = QDateTime::currentDateTimeUtc();
@@ -43,16 +36,17 @@ QFuture<PMSetService::Result<AssertionsSnapshot>> PMSetService::fetchAssertions(
 
 QFuture<PMSetService::Result<QString>> PMSetService::fetchSettings()
 {
-    return QtConcurrent::run(&m_pool,
-                             [path = m_pmsetPath] { return runPMSet(path, {QStringLiteral("-g")}); });
+    return m_worker.run([path = m_pmsetPath](const std::atomic<bool> &stop) {
+        return runPMSet(path, {QStringLiteral("-g")}, stop);
+    });
 }
 
 QFuture<std::optional<QString>> PMSetService::resolveProcessName(qint64 pid)
 {
-    return QtConcurrent::run(&m_pool, [path = m_psPath, pid]() -> std::optional<QString> {
+    return m_worker.run([path = m_psPath, pid](const std::atomic<bool> &stop) -> std::optional<QString> {
         const QStringList arguments{QStringLiteral("-p"), QString::number(pid), QStringLiteral("-o"),
                                     QStringLiteral("comm=")};
-        const ChildProcessResult run = ChildProcess::run(path, arguments);
+        const ChildProcessResult run = ChildProcess::run(path, arguments, &stop);
         if (!run.started)
             return std::nullopt;
         const std::optional<QString> output = text::decodeUtf8(run.standardOutput);

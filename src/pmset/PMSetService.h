@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AssertionsSnapshot.h"
+#include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
 #include "pmset/PMSetError.h"
 
@@ -8,7 +9,6 @@
 #include <QFuture>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <optional>
 #include <variant>
 
@@ -23,7 +23,7 @@ public:
     template <typename T> using Result = std::variant<T, PMSetError>;
 
     explicit PMSetService(QString pmsetPath = ToolPaths::pmset(), QString psPath = ToolPaths::ps());
-    /// Waits for the call under way and those queued behind it.
+    /// Ends the child under way and drops the calls queued behind it; never waits for a tool.
     ~PMSetService();
     Q_DISABLE_COPY_MOVE(PMSetService)
 
@@ -39,11 +39,12 @@ public:
 
 private:
     [[nodiscard]] static std::optional<PartialAssertion> parsePerProcessLine(QStringView line);
-    [[nodiscard]] static Result<QString> runPMSet(const QString &pmsetPath, const QStringList &arguments);
+    [[nodiscard]] static Result<QString> runPMSet(const QString &pmsetPath, const QStringList &arguments,
+                                                  const std::atomic<bool> &stop);
 
     const QString m_pmsetPath;
     const QString m_psPath;
-    QThreadPool m_pool;
+    SerialWorker m_worker; // last member: destroyed first, while the paths are still alive
 };
 
 } // namespace lullwick

@@ -2,6 +2,7 @@
 
 #include "Fixtures.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace {
@@ -84,6 +85,36 @@ QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
         }
     }
     return calls;
+}
+
+QList<qint64> FakeToolDir::pmsetPIDs() const
+{
+    QFile file(m_dir.filePath(QStringLiteral("pids.log")));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QList<qint64> pids;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (!line.isEmpty())
+            pids.append(line.toLongLong());
+    }
+    return pids;
+}
+
+bool FakeToolDir::processGroupAlive(qint64 pgid)
+{
+    // Orphans are not always reaped at once here, so a zombie counts as gone.
+    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &entry : entries) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(entry));
+        if (!stat.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray text = stat.readAll();
+        // "pid (comm) state ppid pgrp ...": the command may hold spaces, so read after its ")".
+        const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
+        if (fields.size() > 2 && fields[2].toLongLong() == pgid && fields[0] != "Z")
+            return true;
+    }
+    return false;
 }
 
 QList<qint64> FakeToolDir::psQueries() const

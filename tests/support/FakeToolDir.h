@@ -36,6 +36,10 @@ public:
         qint64 endNs = 0;
     };
     [[nodiscard]] QList<Call> pmsetCalls() const;
+    /// The process IDs of the fake pmset runs, in start order.
+    [[nodiscard]] QList<qint64> pmsetPIDs() const;
+    /// Whether any live (not zombie) process is left in the process group `pgid`.
+    [[nodiscard]] static bool processGroupAlive(qint64 pgid);
     /// The PIDs the fake ps was asked for, in order.
     [[nodiscard]] QList<qint64> psQueries() const;
 
