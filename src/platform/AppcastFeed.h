@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QUrl>
+#include <optional>
+
+namespace lullwick {
+
+/// One release offered by an update feed.
+struct AppcastItem {
+    QString version;   ///< the version people read, e.g. "1.2.0"
+    QUrl downloadPage; ///< where the user gets it
+};
+
+/// The update feed: RSS items that each carry a version and a link.
+class AppcastFeed {
+public:
+    AppcastFeed() = delete;
+
+    /// The items of an RSS appcast, or nothing when the text is not a feed with at least one
+    /// versioned item.
+    [[nodiscard]] static std::optional<QList<AppcastItem>> parse(const QByteArray &xml);
+
+    /// The item with the highest version.
+    [[nodiscard]] static AppcastItem newest(const QList<AppcastItem> &items);
+
+    /// Negative, zero or positive as `a` is older than, the same as or newer than `b`, comparing
+    /// dot-separated parts numerically ("1.10" is newer than "1.9"; "1.0" equals "1").
+    [[nodiscard]] static int compareVersions(QStringView a, QStringView b);
+};
+
+} // namespace lullwick
