@@ -1,15 +1,14 @@
-#include "app/LullwickApp.h"
-
 #include <QApplication>
+#include <QWidget>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lullwick"));
-    QApplication::setApplicationVersion(QStringLiteral(LULLWICK_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("io.github.lullwick.Lullwick"));
 
-    lullwick::LullwickApp lullwick;
-    lullwick.window().show();
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Lullwick"));
+    window.resize(640, 520);
+    window.show();
     return QApplication::exec();
 }
