@@ -5,7 +5,8 @@ set -eu
 
 packages="cmake ninja-build g++ clang libclang-rt-14-dev pkg-config
 qt6-base-dev qt6-svg-dev qcoro-qt6-dev libicu-dev libbenchmark-dev
-fonts-dejavu-core desktop-file-utils appstream"
+fonts-dejavu-core desktop-file-utils appstream
+xvfb xauth dbus at-spi2-core python3-pyatspi"
 
 missing=""
 for p in $packages; do
