@@ -30,7 +30,7 @@ QPushButton *headerButton(const QString &text, const QString &symbol, QWidget *p
 {
     auto *button = new QPushButton(text, parent);
     button->setAccessibleName(text);
-    Icons::bind(button, symbol);
+    button->setIcon(Icons::icon(symbol, NamedColor::Role::primary, button));
     return button;
 }
 
@@ -86,7 +86,7 @@ ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWi
     m_tabs->addTab(new DetailsView(m_model, m_tabs), tr("Details"));
     const char *symbols[] = {"moon.zzz", "restart.circle", "doc.text.magnifyingglass"};
     for (int i = 0; i < m_tabs->count(); ++i)
-        Icons::bindTab(m_tabs, i, QString::fromLatin1(symbols[i]));
+        m_tabs->setTabIcon(i, Icons::icon(QString::fromLatin1(symbols[i]), NamedColor::Role::primary, m_tabs));
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

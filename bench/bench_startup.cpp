@@ -1,0 +1,120 @@
+// Start-up of the program against an empty main window built with the same flags: time from
+// process start to the window's first paint, and peak memory once the first reading is in.
+// Each iteration starts a fresh process (this program again, in a child role), so dynamic
+// loading and the first reading's child processes are all counted.
+#include "app/ContentView.h"
+#include "app/LullwickApp.h"
+#include "platform/Updater.h"
+#include "summary/AssertionsModel.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QProcess>
+#include <QTimer>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <ctime>
+#include <sys/resource.h>
+
+namespace {
+
+qint64 monotonicNs()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return qint64(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
+}
+
+/// Reports the first paint of any widget, once.
+class FirstPaint : public QObject {
+public:
+    qint64 atNs = 0;
+    std::function<void()> then;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (atNs == 0 && event->type() == QEvent::Paint && watched->isWidgetType()) {
+            atNs = monotonicNs();
+            QTimer::singleShot(0, then);
+        }
+        return false;
+    }
+};
+
+/// A do-nothing updater, so the check for updates is no part of what is measured.
+class IdleUpdater final : public lullwick::Updater {
+public:
+    void start() override {}
+    void checkForUpdates() override {}
+};
+
+int child(int argc, char *argv[], bool full)
+{
+    QApplication app(argc, argv);
+    FirstPaint paint;
+    app.installEventFilter(&paint);
+    auto report = [&paint] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        std::printf("%lld %ld\n", static_cast<long long>(paint.atNs), usage.ru_maxrss);
+        std::fflush(stdout);
+        QCoreApplication::exit(0);
+    };
+    if (!full) {
+        QMainWindow window;
+        window.resize(760, 600);
+        paint.then = report;
+        window.show();
+        return QApplication::exec();
+    }
+    lullwick::LullwickApp lullwick(nullptr, std::make_unique<IdleUpdater>());
+    lullwick::AssertionsModel *model = lullwick.content().model();
+    paint.then = [&] {
+        if (!model->isFetching())
+            return report();
+        QObject::connect(model, &lullwick::AssertionsModel::isFetchingChanged, model, [&] {
+            if (!model->isFetching())
+                report();
+        });
+    };
+    lullwick.window().show();
+    return QApplication::exec();
+}
+
+void startUp(benchmark::State &state, const char *role)
+{
+    long peakKb = 0;
+    for (auto _ : state) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        process.setProcessEnvironment(environment);
+        const qint64 startNs = monotonicNs();
+        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), QString::fromLatin1(role)});
+        if (!process.waitForFinished(60'000) || process.exitCode() != 0) {
+            state.SkipWithError("the child did not report");
+            return;
+        }
+        const QList<QByteArray> fields = process.readAllStandardOutput().trimmed().split(' ');
+        state.SetIterationTime(double(fields.value(0).toLongLong() - startNs) / 1e9);
+        peakKb = qMax(peakKb, long(fields.value(1).toLong()));
+    }
+    state.counters["peak_MB"] = double(peakKb) / 1024.0;
+}
+
+} // namespace
+
+BENCHMARK_CAPTURE(startUp, empty_main_window, "empty")->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK_CAPTURE(startUp, lullwick, "lullwick")->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+int main(int argc, char *argv[])
+{
+    if (argc == 3 && qstrcmp(argv[1], "--child") == 0)
+        return child(argc, argv, qstrcmp(argv[2], "lullwick") == 0);
+    QCoreApplication app(argc, argv); // for the program's own path
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
