@@ -3,9 +3,11 @@
 # something is missing, so a second run on a ready machine takes no time and downloads nothing.
 set -eu
 
+# dbus-daemon: the pmset stand-in's tests start private buses (never dbus-x11, whose autolaunch
+# would start a session bus behind the tests' back).
 packages="cmake ninja-build g++ clang libclang-rt-14-dev pkg-config
 qt6-base-dev qt6-svg-dev qcoro-qt6-dev libicu-dev libbenchmark-dev
-fonts-dejavu-core"
+fonts-dejavu-core dbus-daemon"
 
 missing=""
 for p in $packages; do
