@@ -1,6 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
+
+#ifndef Q_OS_DARWIN
+#include <QCoreApplication>
+#endif
 
 namespace lullwick::ToolPaths {
 
@@ -8,7 +13,13 @@ namespace lullwick::ToolPaths {
 // constructor defaults so tests can point them elsewhere; the program never does.
 inline QString pmset()
 {
+#ifdef Q_OS_DARWIN
     return QStringLiteral("/usr/bin/pmset");
+#else
+    // No pmset here: our stand-in ships in the program's own folder. Found from where the
+    // program lies, never from PATH or the environment.
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/lullwick-pmset");
+#endif
 }
 inline QString ps()
 {

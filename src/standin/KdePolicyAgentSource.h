@@ -1,0 +1,25 @@
+#pragma once
+
+#include "standin/InhibitorLine.h"
+#include "standin/ProcessNames.h"
+#include "standin/SourceResult.h"
+
+#include <QDBusConnection>
+#include <QList>
+
+namespace lullwick {
+
+/// KDE's power policy agent (PowerDevil) on the session bus: the inhibitions applications hold.
+class KdePolicyAgentSource {
+public:
+    explicit KdePolicyAgentSource(QDBusConnection sessionBus, ProcessNames names = ProcessNames());
+
+    /// One line per inhibition, held by the agent's process and naming the application.
+    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors() const;
+
+private:
+    QDBusConnection m_bus;
+    ProcessNames m_names;
+};
+
+} // namespace lullwick

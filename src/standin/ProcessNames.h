@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace lullwick {
+
+/// Names of running processes, read from /proc.
+class ProcessNames {
+public:
+    explicit ProcessNames(QString procDirectory = QStringLiteral("/proc"));
+
+    /// The executable name of process `pid`; nothing when no such process is running.
+    [[nodiscard]] std::optional<QString> name(qint64 pid) const;
+
+private:
+    QString m_procDirectory;
+};
+
+} // namespace lullwick

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace lullwick {
+
+/// What asking one source (logind, a session manager, /sys/power) gave.
+template <typename T> struct SourceResult {
+    enum State { read, missing, failed };
+
+    State state = read;
+    QString message; ///< for `missing` and `failed`: one line for standard error
+    T value{};
+
+    [[nodiscard]] static SourceResult of(T value) { return {read, {}, std::move(value)}; }
+    /// The source is not there; it holds nothing, which is not an error.
+    [[nodiscard]] static SourceResult absent(QString why) { return {missing, std::move(why), {}}; }
+    /// The source is there but could not be read.
+    [[nodiscard]] static SourceResult failure(QString why) { return {failed, std::move(why), {}}; }
+};
+
+} // namespace lullwick

@@ -1,0 +1,145 @@
+// Plays systemd-logind on the bus named by DBUS_SYSTEM_BUS_ADDRESS, and GNOME's session manager
+// and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
+// Prints "ready PID" once its names are taken, PID being a process that has already exited.
+// --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors.
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusVirtualObject>
+#include <QHash>
+#include <cstdio>
+#include <sys/wait.h>
+#include <unistd.h>
+
+struct Lock {
+    QString what, who, why, mode;
+    uint uid, pid;
+};
+struct Inhibition {
+    QString application, reason;
+};
+Q_DECLARE_METATYPE(Lock)
+Q_DECLARE_METATYPE(Inhibition)
+
+QDBusArgument &operator<<(QDBusArgument &a, const Lock &l)
+{
+    a.beginStructure();
+    a << l.what << l.who << l.why << l.mode << l.uid << l.pid;
+    a.endStructure();
+    return a;
+}
+QDBusArgument &operator<<(QDBusArgument &a, const Inhibition &i)
+{
+    a.beginStructure();
+    a << i.application << i.reason;
+    a.endStructure();
+    return a;
+}
+// Only sent, never read; the registration wants both directions.
+const QDBusArgument &operator>>(const QDBusArgument &a, Lock &)
+{
+    return a;
+}
+const QDBusArgument &operator>>(const QDBusArgument &a, Inhibition &)
+{
+    return a;
+}
+
+/// Answers "PATH MEMBER" with a fixed value, or an error when the answer is an error name.
+class FakeObjects : public QDBusVirtualObject {
+public:
+    QHash<QString, QVariant> answers;
+
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &call, const QDBusConnection &bus) override
+    {
+        const auto it = answers.constFind(call.path() + u' ' + call.member());
+        if (it == answers.cend())
+            return false;
+        if (it->typeId() == QMetaType::QByteArray)
+            return bus.send(
+                call.createErrorReply(QString::fromLatin1(it->toByteArray()), QStringLiteral("no")));
+        return bus.send(call.createReply(*it));
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    // Forked before Qt starts any thread.
+    const pid_t exited = fork();
+    if (exited == 0)
+        _exit(0);
+    waitpid(exited, nullptr, 0);
+
+    QCoreApplication app(argc, argv);
+    const QStringList args = QCoreApplication::arguments();
+    qDBusRegisterMetaType<Lock>();
+    qDBusRegisterMetaType<QList<Lock>>();
+    qDBusRegisterMetaType<Inhibition>();
+    qDBusRegisterMetaType<QList<Inhibition>>();
+    const uint self = uint(QCoreApplication::applicationPid());
+
+    FakeObjects objects;
+    auto &a = objects.answers;
+    const QString login1 = QStringLiteral("/org/freedesktop/login1");
+    a[login1 + " ListInhibitors"] =
+        args.contains("--malformed-logind")
+            ? QVariant(QStringLiteral("nonsense"))
+            : QVariant::fromValue(QList<Lock>{
+                  {"idle", "GNOME Shell", "Playing video", "block", 1000, self},
+                  {"sleep", "Backup", "Copying \"photos\" to Bücher – 東京", "block", 0, self},
+                  {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
+                  {"shutdown", "apt", "Upgrading packages", "block", 0, self},
+                  {"idle:sleep", "old-job", "Left behind", "block", 1000, uint(exited)},
+              });
+    a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
+                                        {"IdleActionUSec", qulonglong(1800000000)},
+                                        {"HandleLidSwitch", "suspend"},
+                                        {"IdleHint", false}};
+
+    const QString gsm = QStringLiteral("/org/gnome/SessionManager");
+    a[gsm + " GetInhibitors"] =
+        args.contains("--deny-gnome")
+            ? QVariant(QByteArray("org.freedesktop.DBus.Error.AccessDenied"))
+            : QVariant::fromValue(QList<QDBusObjectPath>{
+                  QDBusObjectPath(gsm + "/Inhibitor1"), QDBusObjectPath(gsm + "/Inhibitor2"),
+                  QDBusObjectPath(gsm + "/Inhibitor3"),
+                  QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
+              });
+    const struct {
+        const char *app, *reason;
+        uint flags;
+        QString client;
+    } inhibitors[] = {{"org.gnome.Totem", "Playing a video", 8, gsm + "/Client1"},
+                      {"firefox", "Downloading files", 4, "/"},
+                      {"org.gnome.TextEditor", "Unsaved documents", 1, "/"}};
+    for (int i = 0; i < 3; ++i) {
+        const QString path = gsm + "/Inhibitor" + QString::number(i + 1) + ' ';
+        a[path + "GetAppId"] = QString::fromUtf8(inhibitors[i].app);
+        a[path + "GetReason"] = QString::fromUtf8(inhibitors[i].reason);
+        a[path + "GetFlags"] = inhibitors[i].flags;
+        a[path + "GetClientId"] = QVariant::fromValue(QDBusObjectPath(inhibitors[i].client));
+    }
+    a[gsm + "/Client1 GetUnixProcessId"] = uint(getppid()); // the test plays the application
+
+    const QString agent = QStringLiteral("/org/kde/Solid/PowerManagement/PolicyAgent");
+    a[agent + " ListInhibitions"] = QVariant::fromValue(QList<Inhibition>{{"vlc", "Playing media"}});
+
+    QDBusConnection system = QDBusConnection::systemBus();
+    QDBusConnection session = QDBusConnection::sessionBus();
+    const bool ok = system.registerVirtualObject(login1, &objects) &&
+                    session.registerVirtualObject(gsm, &objects, QDBusConnection::SubPath) &&
+                    session.registerVirtualObject(agent, &objects) &&
+                    system.registerService("org.freedesktop.login1") &&
+                    session.registerService("org.gnome.SessionManager") &&
+                    session.registerService("org.kde.Solid.PowerManagement.PolicyAgent");
+    if (!ok)
+        return 1;
+    std::printf("ready %d\n", int(exited));
+    std::fflush(stdout);
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,307 @@
+#include "pmset/PMSetService.h"
+#include "standin/AssertionListing.h"
+#include "standin/InhibitorReferences.h"
+#include "standin/TypeWords.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace lullwick;
+
+namespace {
+
+// Taken from beside the program, where the program itself looks for it.
+const QString standin = QStringLiteral(LULLWICK_PMSET_STANDIN);
+const QString fakeName = QStringLiteral("fake-power-services"); // longer than the kernel keeps
+
+/// The sleep kinds blocked, as letters: I(dle system), S(ystem), D(isplay).
+QString blocks(const AssertionKind &kind)
+{
+    QString letters;
+    for (SleepKind sleep : allSleepKinds) {
+        if (kind.blockedSleepKinds().contains(sleep))
+            letters += "ISD"[int(sleep)];
+    }
+    return letters;
+}
+
+void useBuses(const QString &system, const QString &session)
+{
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", system.toUtf8());
+    qputenv("DBUS_SESSION_BUS_ADDRESS", session.toUtf8());
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+} // namespace
+
+class TestStandin : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QProcess m_buses[3]; // system, session, and one that nobody serves
+    QString m_system, m_session, m_empty;
+    QProcess m_fake;
+    qint64 m_exitedPid = 0;
+    AssertionsSnapshot m_snapshot;
+
+    QString startBus(QProcess &daemon, const QString &name)
+    {
+        const QString socket = m_dir.filePath(name);
+        writeFile(socket + ".conf",
+                  QStringLiteral("<busconfig><type>session</type><listen>unix:path=%1</listen>"
+                                 "<auth>EXTERNAL</auth><policy context=\"default\">"
+                                 "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/>"
+                                 "<allow own=\"*\"/></policy></busconfig>")
+                      .arg(socket)
+                      .toUtf8());
+        const QString program = QStandardPaths::findExecutable("dbus-daemon");
+        daemon.start(program, {"--nofork", "--print-address", "--config-file=" + socket + ".conf"});
+        return daemon.waitForReadyRead(10000) ? QString::fromUtf8(daemon.readLine()).trimmed() : QString();
+    }
+
+    /// Starts the fake services; the PID of a process that has exited, or 0.
+    static qint64 startFake(QProcess &fake, const QStringList &flags)
+    {
+        fake.start(QStringLiteral(LULLWICK_FAKE_POWER_SERVICES), flags);
+        if (!fake.waitForReadyRead(10000))
+            return 0;
+        const QByteArray ready = fake.readLine().trimmed();
+        return ready.startsWith("ready ") ? ready.sliced(6).toLongLong() : 0;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY2(!QStandardPaths::findExecutable("dbus-daemon").isEmpty(),
+                 "scripts/install-deps.sh installs it");
+        m_system = startBus(m_buses[0], "system");
+        m_session = startBus(m_buses[1], "session");
+        m_empty = startBus(m_buses[2], "empty");
+        QVERIFY(!m_system.isEmpty() && !m_session.isEmpty() && !m_empty.isEmpty());
+        useBuses(m_system, m_session);
+        m_exitedPid = startFake(m_fake, {});
+        QVERIFY(m_exitedPid > 0);
+
+        PMSetService service(standin);
+        const PMSetService::Result<AssertionsSnapshot> result = service.fetchAssertions().result();
+        const PMSetError *error = std::get_if<PMSetError>(&result);
+        QVERIFY2(!error, qPrintable(error ? error->errorDescription() : QString()));
+        m_snapshot = std::get<AssertionsSnapshot>(result);
+    }
+
+    void cleanupTestCase()
+    {
+        for (QProcess *process : {&m_fake, &m_buses[0], &m_buses[1], &m_buses[2]}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+
+    void readsEveryInhibitor_data()
+    {
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("blocked");
+        QTest::addColumn<bool>("exitedHolder");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("createdForTest"); // the fake names this test as its client
+        QTest::addColumn<QString>("extra");
+        const auto row = [](const char *title, const QString &reason, const QString &word,
+                            const char *blocked, bool exitedHolder, const QString &name, bool createdForTest,
+                            const QString &extra) {
+            QTest::addRow("%s", title)
+                << reason << word << QString(blocked) << exitedHolder << name << createdForTest << extra;
+        };
+        row("logind idle lock keeps idle and display sleep off", "Playing video",
+            "PreventUserIdleDisplaySleep", "ID", false, fakeName, false, "Who: GNOME Shell (uid 1000)");
+        row("logind sleep lock; quotes turn typographic, non-ASCII stays",
+            "Copying ”photos” to Bücher – 東京", "PreventSystemSleep", "ISD", false, fakeName, false,
+            "Mode: block");
+        row("logind sleep delay blocks nothing", "NetworkManager needs to turn off networks", "DelaySleep",
+            "", false, fakeName, false, "Mode: delay");
+        row("logind shutdown lock blocks no sleep", "Upgrading packages", "PreventShutdown", "", false,
+            fakeName, false, "What: shutdown");
+        row("lock of an exited process is named by its taker", "Left behind", "PreventSystemSleep", "ISD",
+            true, "old-job", false, "What: idle:sleep");
+        row("GNOME idle inhibitor, created for its client's process", "Playing a video",
+            "PreventUserIdleDisplaySleep", "ID", false, fakeName, true, "Application: org.gnome.Totem");
+        row("GNOME suspend inhibitor without a client", "Downloading files", "PreventSystemSleep", "ISD",
+            false, fakeName, false, "Inhibits: suspend");
+        row("GNOME logout-only inhibitor blocks nothing", "Unsaved documents", "PreventLogout", "", false,
+            fakeName, false, "Inhibits: logout");
+        row("KDE inhibition names its application", "Playing media", "PreventUserIdleDisplaySleep", "ID",
+            false, fakeName, false, "Application: vlc");
+    }
+    void readsEveryInhibitor()
+    {
+        QFETCH(QString, reason);
+        QFETCH(bool, exitedHolder);
+        QFETCH(bool, createdForTest);
+        QFETCH(QString, extra);
+        const auto it = std::find_if(m_snapshot.assertions.cbegin(), m_snapshot.assertions.cend(),
+                                     [&](const Assertion &a) { return a.namedReason == reason; });
+        QVERIFY2(it != m_snapshot.assertions.cend(), qPrintable(m_snapshot.rawOutput));
+        QTEST(it->kind.typeWord(), "word");
+        QTEST(blocks(it->kind), "blocked");
+        QCOMPARE(it->pid, exitedHolder ? m_exitedPid : m_fake.processId());
+        QTEST(it->processName, "name");
+        QCOMPARE(it->createdForPID(),
+                 createdForTest ? std::optional(QCoreApplication::applicationPid()) : std::nullopt);
+        QVERIFY2(it->extras.value_or(QString()).split('\n').contains(extra), qPrintable(*it->extras));
+        QCOMPARE(it->timeHeld, "unknown"); // no logind records here to date the locks by
+    }
+
+    void countersMatchTheLines()
+    {
+        // Nine: the fourth GNOME inhibitor is listed but gone when asked about.
+        QCOMPARE(m_snapshot.assertions.size(), 9);
+        QCOMPARE(m_snapshot.systemWideCounts.size(), TypeWords::all().size());
+        for (const SystemWideCount &counter : m_snapshot.systemWideCounts) {
+            const auto held =
+                std::count_if(m_snapshot.assertions.cbegin(), m_snapshot.assertions.cend(),
+                              [&](const Assertion &a) { return a.kind.typeWord() == counter.name; });
+            QCOMPARE(counter.count, held);
+        }
+    }
+
+    void settingsUnderHeadings()
+    {
+        useBuses(m_system, m_session);
+        PMSetService service(standin);
+        const PMSetService::Result<QString> result = service.fetchSettings().result();
+        QVERIFY(std::holds_alternative<QString>(result));
+        const QStringList lines = std::get<QString>(result).split('\n');
+        QCOMPARE(lines.first(), "System-wide power settings:");
+        const qsizetype inUse = lines.indexOf("Currently in use:");
+        QVERIFY(inUse > 0);
+        QCOMPARE(lines.mid(inUse + 1),
+                 QStringList({" IdleAction           lock", " IdleActionSec        1800",
+                              " HandleLidSwitch      suspend", " IdleHint             no", ""}));
+    }
+
+    void missingSourcesHoldNothing_data()
+    {
+        QTest::addColumn<QString>("system");
+        QTest::addColumn<QString>("session");
+        QTest::addColumn<QStringList>("mentions"); // one per line of standard error, in order
+        const QString nowhere = "unix:path=" + m_dir.filePath("nowhere");
+        QTest::addRow("no buses") << nowhere << nowhere << QStringList{"system bus", "session bus"};
+        QTest::addRow("buses without the services")
+            << m_empty << m_empty
+            << QStringList{"org.freedesktop.login1", "org.gnome.SessionManager",
+                           "org.kde.Solid.PowerManagement.PolicyAgent"};
+    }
+    void missingSourcesHoldNothing()
+    {
+        QFETCH(QString, system);
+        QFETCH(QString, session);
+        QFETCH(QStringList, mentions);
+        QProcess run;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("DBUS_SYSTEM_BUS_ADDRESS", system);
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", session);
+        run.setProcessEnvironment(environment);
+        run.start(standin, {"-g", "assertions"});
+        QVERIFY(run.waitForFinished(30000));
+        QCOMPARE(run.exitCode(), 0);
+        const QStringList errors =
+            QString::fromUtf8(run.readAllStandardError()).split('\n', Qt::SkipEmptyParts);
+        QVERIFY2(errors.size() == mentions.size(), qPrintable(errors.join("\n")));
+        for (qsizetype i = 0; i < errors.size(); ++i)
+            QVERIFY2(errors[i].contains(mentions[i]), qPrintable(errors[i]));
+
+        const AssertionsSnapshot snapshot =
+            PMSetService::parse(QString::fromUtf8(run.readAllStandardOutput()), {});
+        QVERIFY(snapshot.rawOutput.split('\n').contains("Listed by owning process:"));
+        QVERIFY(snapshot.assertions.isEmpty());
+        QCOMPARE(snapshot.systemWideCounts.size(), TypeWords::all().size());
+        for (const SystemWideCount &counter : snapshot.systemWideCounts)
+            QCOMPARE(counter.count, 0);
+    }
+
+    void failuresExitNonZero_data()
+    {
+        QTest::addColumn<QString>("flag");
+        QTest::addColumn<QString>("reason");
+        QTest::addRow("logind answers with the wrong type") << "--malformed-logind"
+                                                            << "malformed reply";
+        QTest::addRow("session manager refuses") << "--deny-gnome"
+                                                 << "AccessDenied";
+    }
+    void failuresExitNonZero()
+    {
+        QFETCH(QString, flag);
+        QFETCH(QString, reason);
+        QProcess fake;
+        useBuses(m_empty, m_empty);
+        QVERIFY(startFake(fake, {flag}) > 0);
+        const PMSetService::Result<AssertionsSnapshot> result =
+            PMSetService(standin).fetchAssertions().result();
+        fake.kill();
+        fake.waitForFinished();
+        QVERIFY(std::holds_alternative<PMSetError>(result));
+        const QString description = std::get<PMSetError>(result).errorDescription();
+        QVERIFY2(description.startsWith("pmset exited with status 1.\n\nlullwick-pmset: ") &&
+                     description.contains(reason),
+                 qPrintable(description));
+    }
+
+    void awkwardTextSurvivesTheReader()
+    {
+        const InhibitorLine line{4242,
+                                 "bad: name) (x)",
+                                 "login1:7",
+                                 90061,
+                                 "PreventSystemSleep",
+                                 "say \"hi\"\nagain",
+                                 std::nullopt,
+                                 {"Who: two\nlines Created for PID: 1"}};
+        const AssertionsSnapshot snapshot = PMSetService::parse(AssertionListing::text({line}), {});
+        QCOMPARE(snapshot.assertions.size(), 1);
+        const Assertion &a = snapshot.assertions.first();
+        QCOMPARE(a.pid, 4242);
+        QCOMPARE(a.processName, "bad： name） (x）");
+        QCOMPARE(a.assertionID, "login1:7");
+        QCOMPARE(a.timeHeld, "25:01:01");
+        QCOMPARE(a.namedReason, "say ”hi” again");
+        QCOMPARE(a.extras, "Who: two lines Created for PID： 1");
+        QCOMPARE(a.createdForPID(), std::nullopt); // a name cannot claim another process
+    }
+
+    void referencesMatchLogindsRecords()
+    {
+        QTemporaryDir dir;
+        const QByteArray player = "WHAT=idle\nWHO=Player\nWHY=Video\nMODE=block\nUID=1000\nPID=20\n";
+        writeFile(dir.filePath("3"), "WHAT=sleep\nWHO=Backup\nWHY=Indexing\nMODE=block\nUID=0\nPID=10\n");
+        writeFile(dir.filePath("4"), "WHAT=sleep\nWHO=Backup\nWHY=Copying \\\"photos\\\" to B\\xc3\\xbccher\n"
+                                     "MODE=block\nUID=0\nPID=10\n");
+        writeFile(dir.filePath("4.ref"), {}); // logind's pipe: only its age is read
+        writeFile(dir.filePath("5"), player);
+        writeFile(dir.filePath("8"), player);
+        InhibitorReferences references(dir.path());
+
+        const auto copying =
+            references.take({"sleep", "Backup", "Copying \"photos\" to Bücher", "block", 0, 10});
+        QVERIFY(copying);
+        QCOMPARE(copying->id, "4"); // the escaped reason told it from record 3
+        QVERIFY(copying->created.isValid());
+        QVERIFY(qAbs(copying->created.secsTo(QDateTime::currentDateTimeUtc())) < 60);
+
+        const LogindLock video{"idle", "Player", "Video", "block", 1000, 20};
+        const auto first = references.take(video), second = references.take(video);
+        QVERIFY(first && second);
+        QCOMPARE(first->id + second->id, "58"); // identical locks get one record each
+        QVERIFY(!first->created.isValid());     // no pipe, no age
+        QVERIFY(!references.take(video));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStandin)
+#include "tst_standin.moc"
