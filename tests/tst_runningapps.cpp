@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -10,62 +9,47 @@
 
 using namespace lullwick;
 
-namespace {
-
-void writeEntry(const QString &path, const QByteArray &body)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("[Desktop Entry]\nType=Application\n" + body) < 0)
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-} // namespace
-
 class TestRunningApps : public QObject {
     Q_OBJECT
 
-    QTemporaryDir m_home, m_system;
-
 private Q_SLOTS:
-    void initTestCase()
-    {
-        // The desktop entries come from these folders only; the first has precedence.
-        qputenv("XDG_DATA_HOME", m_home.path().toUtf8());
-        qputenv("XDG_DATA_DIRS", m_system.path().toUtf8());
-        const QByteArray self = QCoreApplication::applicationFilePath().section(u'/', -1).toUtf8();
-        writeEntry(m_home.filePath("applications/io.example.Probe.desktop"),
-                   "Name=Probe\nName[de]=Sonde\nExec=" + self +
-                       " --open %U\n[Desktop Action New]\nName=Other\n");
-        writeEntry(m_system.filePath("applications/io.example.Probe.desktop"),
-                   "Name=Shadowed\nExec=" + self + "\n");
-        writeEntry(m_system.filePath("applications/tools/menu-less.desktop"),
-                   "Name=Helper\nNoDisplay=true\nExec=sleep\n");
-        writeEntry(m_system.filePath("applications/tools/sleeper.desktop"),
-                   "Name=Sleeper\nExec=env LANG=C \"" + QStandardPaths::findExecutable("sleep").toUtf8() +
-                       "\" 5\n");
-    }
-
     void listsTheUsersApplicationProcesses()
     {
+        // The desktop entries come from these two folders only; the first has precedence.
+        QTemporaryDir home, system;
+        qputenv("XDG_DATA_HOME", home.path().toUtf8());
+        qputenv("XDG_DATA_DIRS", system.path().toUtf8());
+        const auto writeEntry = [](const QString &path, const QByteArray &body) {
+            QDir().mkpath(QFileInfo(path).absolutePath());
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) &&
+                    file.write("[Desktop Entry]\nType=Application\n" + body));
+        };
+        const QByteArray self = QCoreApplication::applicationFilePath().section(u'/', -1).toUtf8();
+        const QString sleep = QStandardPaths::findExecutable("sleep");
+        writeEntry(home.filePath("applications/io.example.Probe.desktop"),
+                   "Name=Probe\nName[de]=Sonde\nExec=" + self +
+                       " --open %U\n[Desktop Action New]\nName=Other\n");
+        writeEntry(system.filePath("applications/io.example.Probe.desktop"), "Name=Shadowed\nExec=" + self);
+        writeEntry(system.filePath("applications/tools/menu-less.desktop"),
+                   "Name=Helper\nNoDisplay=true\nExec=sleep");
+        writeEntry(system.filePath("applications/tools/sleeper.desktop"),
+                   "Name=Sleeper\nExec=env LANG=C \"" + sleep.toUtf8() + "\" 5\n");
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+
         QProcess first, second;
+        QList<RunningAppInfo> expected{{"Sonde", "io.example.Probe", QCoreApplication::applicationPid()}};
         for (QProcess *p : {&first, &second}) {
-            p->start(QStandardPaths::findExecutable("sleep"), {"5"});
+            p->start(sleep, {"5"});
             QVERIFY(p->waitForStarted());
+            expected.append({"Sleeper", "tools-sleeper", p->processId()});
         }
         QList<RunningAppInfo> apps = RunningApps::current();
-        const RunningAppInfo sleeper1{"Sleeper", "tools-sleeper", first.processId()};
-        const RunningAppInfo sleeper2{"Sleeper", "tools-sleeper", second.processId()};
-        for (QProcess *p : {&first, &second}) {
+        for (QProcess *p : {&first, &second})
             p->kill();
-            p->waitForFinished();
-        }
 
-        const RunningAppInfo self{"Sonde", "io.example.Probe", QCoreApplication::applicationPid()};
-        QList<RunningAppInfo> expected{self, sleeper1, sleeper2};
+        // In PID order; other processes of this user may run sleep too, only ours are known.
         std::sort(expected.begin(), expected.end(), [](auto &a, auto &b) { return a.pid < b.pid; });
-        // Other sleeps of this user may be running too; only ours are known.
         apps.removeIf([&](const RunningAppInfo &app) {
             return std::none_of(expected.cbegin(), expected.cend(),
                                 [&](auto &e) { return e.pid == app.pid; });

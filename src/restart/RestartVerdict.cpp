@@ -1,18 +1,12 @@
 #include "restart/RestartVerdict.h"
 
-#include <algorithm>
-
 namespace lullwick {
 
 RestartVerdict RestartVerdict::of(const RestartAnalysis &analysis)
 {
-    const auto any = [&analysis](RestartSeverity severity) {
-        return std::any_of(analysis.findings.cbegin(), analysis.findings.cend(),
-                           [severity](const RestartFinding &f) { return f.severity == severity; });
-    };
-    if (any(RestartSeverity::likely))
+    if (!analysis.likelyFindings().isEmpty())
         return RestartVerdict(likelyCause);
-    if (any(RestartSeverity::possible))
+    if (!analysis.possibleFindings().isEmpty())
         return RestartVerdict(worthChecking);
     return RestartVerdict(noObviousBlocker);
 }
