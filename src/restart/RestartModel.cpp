@@ -37,6 +37,8 @@ void RestartModel::decodeStall()
 
 QList<RunningAppInfo> RestartModel::runningApps() const
 {
+    if (!m_provider)
+        return {};
     const std::optional<QString> own = RunningApps::ownIdentifier();
     QList<RunningAppInfo> apps;
     for (RunningAppInfo &app : m_provider()) {

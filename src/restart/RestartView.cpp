@@ -308,6 +308,8 @@ Card *RestartView::makeCaveat()
 void RestartView::showAnalysis()
 {
     // Old cards go later: a decode that ends at once replaces them from inside their button's click.
+    m_decode = nullptr;
+    m_decodeProgress = nullptr;
     while (QLayoutItem *item = m_cards->takeAt(0)) {
         item->widget()->hide();
         item->widget()->deleteLater();
