@@ -1,4 +1,5 @@
 #include "model/AssertionsSnapshot.h"
+#include "model/RestartAnalysis.h"
 #include "model/TextRules.h"
 
 #include <QtTest>
@@ -231,6 +232,16 @@ private Q_SLOTS:
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::system)), system);
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::display)), display);
         QCOMPARE(pidsOf(snapshot.nonBlockingAssertions()), nonBlocking);
+    }
+
+    void restartSeverities()
+    {
+        QCOMPARE(restartSeverityFromRawValue(3), RestartSeverity::likely);
+        QCOMPARE(restartSeverityFromRawValue(1), RestartSeverity::info);
+        for (int outside : {-1, 0, 4})
+            QCOMPARE(restartSeverityFromRawValue(outside), std::nullopt);
+        QVERIFY(RestartSeverity::info < RestartSeverity::possible &&
+                RestartSeverity::possible < RestartSeverity::likely);
     }
 };
 

@@ -25,5 +25,18 @@ inline QString ps()
 {
     return QStringLiteral("/bin/ps");
 }
+inline QString log()
+{
+    return QStringLiteral("/usr/bin/log");
+}
+inline QString spindump()
+{
+    return QStringLiteral("/usr/bin/spindump");
+}
+/// Where the system leaves shutdown stall reports.
+inline QString diagnosticReports()
+{
+    return QStringLiteral("/Library/Logs/DiagnosticReports");
+}
 
 } // namespace lullwick::ToolPaths

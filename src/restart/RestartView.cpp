@@ -1,0 +1,383 @@
+#include "restart/RestartView.h"
+
+#include "platform/DateFormat.h"
+#include "platform/FileBrowser.h"
+#include "restart/RestartModel.h"
+#include "restart/RestartVerdict.h"
+#include "ui/Card.h"
+#include "ui/Icons.h"
+#include "ui/TextStyle.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace lullwick {
+
+using NamedColor::Role;
+using TextStyle::Option;
+using TextStyle::Style;
+
+namespace {
+
+struct Presentation {
+    QString symbol;
+    Role color;
+};
+
+Presentation presentation(RestartSeverity severity)
+{
+    switch (severity) {
+    case RestartSeverity::likely:
+        return {u"exclamationmark.octagon.fill"_s, Role::red};
+    case RestartSeverity::possible:
+        return {u"exclamationmark.triangle.fill"_s, Role::orange};
+    case RestartSeverity::info:
+        return {u"info.circle"_s, Role::blue};
+    }
+    Q_UNREACHABLE();
+}
+
+Presentation presentation(RestartVerdict::Case verdict)
+{
+    switch (verdict) {
+    case RestartVerdict::likelyCause:
+        return {u"exclamationmark.octagon.fill"_s, Role::red};
+    case RestartVerdict::worthChecking:
+        return {u"magnifyingglass.circle.fill"_s, Role::orange};
+    case RestartVerdict::noObviousBlocker:
+        return {u"checkmark.circle.fill"_s, Role::green};
+    }
+    Q_UNREACHABLE();
+}
+
+QHBoxLayout *rowLayout(QWidget *row, int spacing)
+{
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+/// An icon beside a wrapping label, the icon level with the label's first line.
+QWidget *iconRow(const QString &symbol, Role tint, QLabel *label, int spacing = 6)
+{
+    auto *row = new QWidget;
+    auto *layout = rowLayout(row, spacing);
+    auto *icon = new IconLabel(symbol, tint);
+    icon->setFont(label->font());
+    layout->addWidget(icon, 0, Qt::AlignTop);
+    layout->addWidget(label, 1);
+    return row;
+}
+
+QPushButton *button(const QString &text, const QString &symbol, const QString &objectName)
+{
+    auto *result = new QPushButton(text);
+    result->setObjectName(objectName);
+    result->setAccessibleName(text);
+    result->setIcon(Icons::icon(symbol, Role::primary, result));
+    return result;
+}
+
+/// A small busy indicator: an indeterminate bar, as wide as a short word.
+QProgressBar *busyIndicator(const QString &objectName, const QString &accessibleName)
+{
+    auto *bar = new QProgressBar;
+    bar->setObjectName(objectName);
+    bar->setAccessibleName(accessibleName);
+    bar->setRange(0, 0);
+    bar->setTextVisible(false);
+    bar->setFixedSize(48, 8);
+    return bar;
+}
+
+} // namespace
+
+RestartView::RestartView(RestartModel *model, QWidget *parent) : QScrollArea(parent), m_model(model)
+{
+    setObjectName(u"restartView"_s);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setBackgroundRole(QPalette::Window);
+
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(20, 20, 20, 20);
+    column->setSpacing(18);
+
+    QLabel *intro = TextStyle::label(
+        u"When you choose Restart and nothing happens—or an update won't install because it can't "
+        u"restart—it's usually one app refusing to quit (often an unsaved document), or a macOS update "
+        u"still writing itself to disk. This gathers every signal macOS records about that and ranks the "
+        u"likely cause."_s,
+        Style::callout, Role::secondary, Option::wrap);
+    intro->setObjectName(u"restartIntro"_s);
+    column->addWidget(intro);
+    column->addWidget(makeAnalyzeBar());
+
+    m_content = new QWidget;
+    auto *content = new QVBoxLayout(m_content);
+    content->setContentsMargins(0, 0, 0, 0);
+    content->setSpacing(18);
+    content->addWidget(makeVerdict());
+    m_cards = new QVBoxLayout;
+    m_cards->setSpacing(18);
+    content->addLayout(m_cards);
+    content->addWidget(makeCaveat());
+    column->addWidget(m_content);
+
+    m_hint = TextStyle::label(u"Click Analyze to check what's holding up a restart right now."_s, Style::body,
+                              Role::secondary, Option::wrap);
+    m_hint->setObjectName(u"analyzeHint"_s);
+    column->addWidget(m_hint);
+    column->addStretch();
+    setWidget(page);
+
+    connect(m_model, &RestartModel::analysisChanged, this, &RestartView::showAnalysis);
+    connect(m_model, &RestartModel::isAnalyzingChanged, this, &RestartView::showAnalyzing);
+    connect(m_model, &RestartModel::isDecodingChanged, this, &RestartView::showDecoding);
+    showAnalysis();
+}
+
+QWidget *RestartView::makeAnalyzeBar()
+{
+    auto *bar = new QWidget;
+    bar->setObjectName(u"analyzeBar"_s);
+    auto *layout = rowLayout(bar, 12);
+
+    m_analyze = new QPushButton;
+    m_analyze->setObjectName(u"analyzeButton"_s);
+    m_analyze->setMinimumWidth(120);
+    m_analyze->setMinimumHeight(m_analyze->sizeHint().height() + 8); // the large control size
+    m_analyze->setFont(TextStyle::font(Style::body, Option::medium));
+    paintAnalyzeButton();
+    connect(m_analyze, &QPushButton::clicked, m_model, &RestartModel::analyze);
+    layout->addWidget(m_analyze, 0, Qt::AlignVCenter);
+
+    m_analyzeProgress = busyIndicator(u"analyzeProgress"_s, u"Analyzing"_s);
+    layout->addWidget(m_analyzeProgress, 0, Qt::AlignVCenter);
+    m_analyzeProgressText =
+        TextStyle::label(u"Reading pmset, scanning loginwindow logs…"_s, Style::caption, Role::secondary);
+    m_analyzeProgressText->setObjectName(u"analyzeProgressText"_s);
+    layout->addWidget(m_analyzeProgressText, 0, Qt::AlignVCenter);
+    m_checked = TextStyle::label({}, Style::caption, Role::secondary);
+    m_checked->setObjectName(u"checkedLabel"_s);
+    layout->addWidget(m_checked, 0, Qt::AlignVCenter);
+    layout->addStretch();
+    return bar;
+}
+
+void RestartView::paintAnalyzeButton()
+{
+    // The prominent style: filled with the accent colour, text and icon in the highlighted-text
+    // colour. Re-run on every palette change, so light and dark both hold.
+    // Disabled, both fade, so that a running analysis shows on the button too.
+    const QPalette base = NamedColor::basePalette(this);
+    const QColor fill = NamedColor::resolve(Role::accent, base);
+    QColor text = base.color(QPalette::HighlightedText);
+    QPalette palette = m_analyze->palette();
+    palette.setColor(QPalette::Button, fill);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Disabled, QPalette::Button, NamedColor::resolve(Role::accent, base, 0.45));
+    text.setAlphaF(0.7f);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, text);
+    m_analyze->setPalette(palette);
+    const int side = m_analyze->iconSize().height();
+    QIcon icon(Icons::pixmap(u"stethoscope", palette.color(QPalette::Active, QPalette::ButtonText), side,
+                             devicePixelRatioF()));
+    icon.addPixmap(Icons::pixmap(u"stethoscope", text, side, devicePixelRatioF()), QIcon::Disabled);
+    m_analyze->setIcon(icon);
+}
+
+QWidget *RestartView::makeVerdict()
+{
+    m_verdictText = TextStyle::label({}, Style::title3, Role::green, Option::medium | Option::wrap);
+    m_verdictText->setObjectName(u"verdictLabel"_s);
+    QWidget *row = iconRow(u"checkmark.circle.fill"_s, Role::green, m_verdictText, 8);
+    m_verdictIcon = row->findChild<IconLabel *>();
+    return row;
+}
+
+Card *RestartView::makeFindingCard(const RestartFinding &finding, const RestartAnalysis &analysis)
+{
+    const Presentation look = presentation(finding.severity);
+    auto *card = new Card(look.color, 0.06);
+    card->setObjectName(u"findingCard"_s);
+    QVBoxLayout *column = card->column();
+    column->setSpacing(8);
+
+    auto *header = new QWidget;
+    QHBoxLayout *headerRow = rowLayout(header, 8);
+    QLabel *title = TextStyle::label(finding.title, Style::headline, Role::primary, Option::wrap);
+    title->setObjectName(u"findingTitle"_s);
+    auto *icon = new IconLabel(look.symbol, look.color);
+    icon->setFont(title->font());
+    headerRow->addWidget(icon, 0, Qt::AlignVCenter);
+    headerRow->addWidget(title, 1, Qt::AlignVCenter);
+    QLabel *tagText = TextStyle::label(label(finding.severity), Style::caption, look.color, Option::semibold);
+    tagText->setObjectName(u"severityTag"_s);
+    // A capsule: the radius is half the tag's height.
+    auto *tag = new Card(look.color, 0.14, 0, (tagText->sizeHint().height() + 4) / 2.0);
+    tag->column()->setContentsMargins(7, 2, 7, 2);
+    tag->column()->addWidget(tagText);
+    headerRow->addWidget(tag, 0, Qt::AlignVCenter);
+    column->addWidget(header);
+
+    QLabel *detail =
+        TextStyle::label(finding.detail, Style::callout, Role::primary, Option::wrap | Option::selectable);
+    detail->setObjectName(u"findingDetail"_s);
+    column->addWidget(detail);
+    if (finding.advice) {
+        QLabel *advice = TextStyle::label(*finding.advice, Style::callout, Role::secondary, Option::wrap);
+        advice->setObjectName(u"findingAdvice"_s);
+        column->addWidget(iconRow(u"arrow.turn.down.right"_s, Role::secondary, advice));
+    }
+    if (finding.source == RestartFinding::stallReportSource()) {
+        column->addSpacing(2);
+        column->addWidget(makeStallControls(analysis));
+    }
+    QLabel *source = TextStyle::label(finding.source, Style::caption2, Role::tertiary);
+    source->setObjectName(u"findingSource"_s);
+    column->addWidget(source);
+    return card;
+}
+
+QWidget *RestartView::makeStallControls(const RestartAnalysis &analysis)
+{
+    auto *controls = new QWidget;
+    controls->setObjectName(u"stallControls"_s);
+    auto *column = new QVBoxLayout(controls);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+
+    if (analysis.decodedStallProcess) {
+        QLabel *decoded = TextStyle::label(
+            u"Process that hung the shutdown: "_s + *analysis.decodedStallProcess, Style::callout,
+            Role::primary, Option::medium | Option::wrap | Option::selectable);
+        decoded->setObjectName(u"decodedProcessLabel"_s);
+        column->addWidget(iconRow(u"magnifyingglass"_s, Role::primary, decoded));
+    }
+
+    auto *buttons = new QWidget;
+    QHBoxLayout *row = rowLayout(buttons, 10);
+    m_decode = button(analysis.decodedStallProcess ? u"Decode again"_s : u"Decode latest stall report"_s,
+                      u"wand.and.stars"_s, u"decodeButton"_s);
+    // While decoding, the button's label is the busy indicator alone.
+    m_decodeProgress = busyIndicator(u"decodeProgress"_s, u"Decoding"_s);
+    auto *inside = new QHBoxLayout(m_decode);
+    inside->setContentsMargins(10, 0, 10, 0);
+    inside->addWidget(m_decodeProgress, 0, Qt::AlignCenter);
+    m_decode->setMinimumWidth(m_decode->sizeHint().width());
+    connect(m_decode, &QPushButton::clicked, m_model, &RestartModel::decodeStall);
+    row->addWidget(m_decode, 0, Qt::AlignVCenter);
+    if (analysis.stallReportPath) {
+        QPushButton *reveal = button(u"Reveal report"_s, u"folder"_s, u"revealButton"_s);
+        connect(reveal, &QPushButton::clicked, this,
+                [path = *analysis.stallReportPath] { FileBrowser::reveal(path); });
+        row->addWidget(reveal, 0, Qt::AlignVCenter);
+    }
+    row->addStretch();
+    column->addWidget(buttons);
+    return controls;
+}
+
+Card *RestartView::makeCaveat()
+{
+    auto *caveat = new Card(Role::secondary, 0.06);
+    caveat->setObjectName(u"caveat"_s);
+    caveat->column()->setSpacing(6);
+    QLabel *heading =
+        TextStyle::label(u"What this can't see"_s, Style::callout, Role::primary, Option::semibold);
+    caveat->column()->addWidget(iconRow(u"info.circle"_s, Role::primary, heading));
+    caveat->column()->addWidget(TextStyle::label(
+        u"There's no system API that names the restart blocker with certainty, so this ranks evidence rather "
+        u"than giving one guaranteed answer. And if your Mac is fully frozen—spinning beachball, screen "
+        u"unresponsive—you won't be able to open this app at all. It's built for the common case: you hit "
+        u"Restart, it quietly didn't happen, and the Mac is otherwise working."_s,
+        Style::caption, Role::secondary, Option::wrap));
+    return caveat;
+}
+
+void RestartView::showAnalysis()
+{
+    // Old cards go later: a decode that ends at once replaces them from inside their button's click.
+    m_decode = nullptr;
+    m_decodeProgress = nullptr;
+    while (QLayoutItem *item = m_cards->takeAt(0)) {
+        item->widget()->hide();
+        item->widget()->deleteLater();
+        delete item;
+    }
+    const std::optional<RestartAnalysis> &analysis = m_model->analysis();
+    const QString analyzeText = analysis ? u"Analyze again"_s : u"Analyze"_s;
+    m_analyze->setText(analyzeText);
+    m_analyze->setAccessibleName(analyzeText);
+    // Ctrl+Shift+A here, Command-Shift-A on Apple. Set after the text, which resets a button's
+    // shortcut to its mnemonic. A button's shortcut acts only while the button is shown and
+    // enabled: with the Restart tab in front and no analysis under way.
+    m_analyze->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+    if (analysis) {
+        m_checked->setText(u"Checked "_s + DateFormat::standardTime(analysis->ranAt));
+        const RestartVerdict verdict = RestartVerdict::of(*analysis);
+        const Presentation look = presentation(verdict.verdictCase());
+        m_verdictIcon->setSymbol(look.symbol, look.color);
+        m_verdictText->setText(verdict.text());
+        NamedColor::bindForeground(m_verdictText, look.color);
+        for (const RestartFinding &finding : analysis->findings) {
+            Card *card = makeFindingCard(finding, *analysis);
+            m_cards->addWidget(card);
+            // A layout shows what is added to a visible page only on the next pass of the event
+            // loop; the page should never be seen without its cards.
+            card->show();
+        }
+    }
+    showAnalyzing();
+    showDecoding();
+}
+
+void RestartView::showAnalyzing()
+{
+    const bool analyzing = m_model->isAnalyzing();
+    const bool hasAnalysis = m_model->analysis().has_value();
+    m_analyze->setEnabled(!analyzing);
+    m_analyzeProgress->setVisible(analyzing);
+    m_analyzeProgressText->setVisible(analyzing);
+    m_checked->setVisible(!analyzing && hasAnalysis);
+    // The previous results stay in view while a new analysis runs.
+    m_content->setVisible(hasAnalysis);
+    m_hint->setVisible(!hasAnalysis && !analyzing);
+}
+
+void RestartView::showDecoding()
+{
+    if (!m_decode)
+        return;
+    const bool decoding = m_model->isDecoding();
+    m_decode->setEnabled(!decoding);
+    m_decodeProgress->setVisible(decoding);
+    if (decoding) {
+        m_decode->setText({});
+        m_decode->setIcon({});
+    } else {
+        const bool decoded = m_model->analysis() && m_model->analysis()->decodedStallProcess;
+        m_decode->setText(decoded ? u"Decode again"_s : u"Decode latest stall report"_s);
+        m_decode->setIcon(Icons::icon(u"wand.and.stars", Role::primary, m_decode));
+    }
+    m_decode->setAccessibleName(m_decode->text());
+}
+
+void RestartView::changeEvent(QEvent *event)
+{
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_analyze)
+        paintAnalyzeButton();
+}
+
+} // namespace lullwick
