@@ -1,0 +1,189 @@
+#include "FakeToolDir.h"
+#include "Fixtures.h"
+#include "app/ContentView.h"
+#include "app/LullwickApp.h"
+#include "details/DetailsClipboard.h"
+#include "platform/DateFormat.h"
+#include "platform/linux/FeedUpdater.h"
+#include "restart/RestartClipboard.h"
+#include "restart/RestartModel.h"
+#include "summary/AssertionsModel.h"
+#include "summary/SummaryClipboard.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QDir>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace lullwick;
+
+namespace {
+
+ContentView *contentOver(const FakeToolDir &fake)
+{
+    return new ContentView(new AssertionsModel(fake.pmsetPath(), fake.psPath()),
+                           new RestartModel([] { return QList<RunningAppInfo>{}; }, fake.pmsetPath(), fake.logPath(),
+                                            fake.spindumpPath(), fake.path() + QStringLiteral("/reports")));
+}
+
+struct Header {
+    QLabel *status;
+    QWidget *spinner;
+    QPushButton *copy;
+    QPushButton *refresh;
+};
+
+Header headerOf(const ContentView &view)
+{
+    return {view.findChild<QLabel *>(QStringLiteral("status")), view.findChild<QWidget *>(QStringLiteral("spinner")),
+            view.findChild<QPushButton *>(QStringLiteral("copy")),
+            view.findChild<QPushButton *>(QStringLiteral("refresh"))};
+}
+
+} // namespace
+
+class TestContentView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void headerFollowsTheReadings()
+    {
+        FakeToolDir fake;
+        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
+        fake.setSleep(QStringLiteral("assertions"), 0.5);
+        std::unique_ptr<ContentView> view(contentOver(fake));
+        const Header h = headerOf(*view);
+        QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
+
+        view->show(); // the first showing starts the first reading
+        QCOMPARE(h.status->text(), QStringLiteral("Reading pmset…"));
+        QVERIFY(h.spinner->isVisible());
+        QVERIFY(!h.copy->isEnabled());
+        QVERIFY(!h.refresh->isEnabled());
+        QTest::keyClick(view.get(), Qt::Key_R, Qt::ControlModifier); // inert while reading
+        h.refresh->click();
+
+        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        QCOMPARE(fake.pmsetCalls().size(), 2); // one assertions and one settings read, no more
+        const QString lastChecked = QStringLiteral("Last checked ") +
+                                    DateFormat::standardTime(view->model()->snapshot()->capturedAt);
+        QCOMPARE(h.status->text(), lastChecked);
+        QVERIFY(!h.spinner->isVisible());
+        QVERIFY(h.copy->isEnabled() && h.refresh->isEnabled());
+
+        // A failed reading leaves the time of the last success in place.
+        fake.setSleep(QStringLiteral("assertions"), 0);
+        fake.setExitStatus(QStringLiteral("assertions"), 1);
+        QTest::keyClick(view.get(), Qt::Key_R, Qt::ControlModifier);
+        QVERIFY(view->model()->isFetching());
+        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        QVERIFY(view->model()->lastError());
+        QCOMPARE(h.status->text(), lastChecked);
+        QVERIFY(h.copy->isEnabled());
+    }
+
+    void failedFirstReadingInvitesARefresh()
+    {
+        FakeToolDir fake;
+        fake.setExitStatus(QStringLiteral("assertions"), 1);
+        std::unique_ptr<ContentView> view(contentOver(fake));
+        view->show();
+        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        const Header h = headerOf(*view);
+        QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
+        for (ContentView::Tab tab : {ContentView::Tab::summary, ContentView::Tab::restart, ContentView::Tab::details}) {
+            view->setSelectedTab(tab);
+            QVERIFY(!h.copy->isEnabled());
+        }
+        QVERIFY(h.refresh->isEnabled());
+    }
+
+    void copyPutsTheVisibleTabsText_data()
+    {
+        QTest::addColumn<ContentView::Tab>("tab");
+        QTest::addRow("summary") << ContentView::Tab::summary;
+        QTest::addRow("restart, before any analysis") << ContentView::Tab::restart;
+        QTest::addRow("details") << ContentView::Tab::details;
+    }
+    void copyPutsTheVisibleTabsText()
+    {
+        QFETCH(ContentView::Tab, tab);
+        FakeToolDir fake;
+        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
+        fake.setOutputFromFixture(QStringLiteral("settings"), QStringLiteral("settings-typical.txt"));
+        std::unique_ptr<ContentView> view(contentOver(fake));
+        view->show();
+        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        view->setSelectedTab(tab);
+        QGuiApplication::clipboard()->setText(QStringLiteral("what was there before"));
+        headerOf(*view).copy->click();
+
+        const AssertionsModel &m = *view->model();
+        const QString expected = tab == ContentView::Tab::summary
+                                     ? SummaryClipboard::text(m.snapshot(), m.resolvedNames())
+                                 : tab == ContentView::Tab::restart
+                                     ? RestartClipboard::text(view->restartModel()->analysis())
+                                     : DetailsClipboard::text(m.snapshot(), m.settingsRaw());
+        QCOMPARE(QGuiApplication::clipboard()->text(), expected);
+    }
+
+    void windowKeepsItsSizesAndMenu()
+    {
+        FakeToolDir fake;
+        LullwickApp app(contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
+        QCOMPARE(app.window().windowTitle(), QStringLiteral("Lullwick"));
+        QCOMPARE(app.window().size(), QSize(760, 600));
+        app.window().resize(300, 200);
+        QCOMPARE(app.window().size(), QSize(640, 480));
+        QStringList items;
+        for (QAction *menu : app.window().menuBar()->actions())
+            for (QAction *item : menu->menu()->actions())
+                items << item->text();
+        QCOMPARE(items, (QStringList{QStringLiteral("About Lullwick"), QStringLiteral("Check for Updates…")}));
+    }
+
+    void closingWhileAToolHangsEndsIt()
+    {
+        FakeToolDir fake;
+        fake.setSleep(QStringLiteral("assertions"), 60);
+        auto app = std::make_unique<LullwickApp>(contentOver(fake),
+                                                 std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
+        app->window().show();
+        QTRY_COMPARE(fake.pmsetPIDs().size(), 1);
+        QElapsedTimer closing;
+        closing.start();
+        app->window().close();
+        app.reset();
+        // A generous bound against a tool that sleeps for a minute: only a wait for it could miss it.
+        QVERIFY2(closing.elapsed() < 1000, qPrintable(QString::number(closing.elapsed())));
+        QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(fake.pmsetPIDs().value(0)), 1000);
+        QCOMPARE(fake.pmsetPIDs().size(), 1); // the queued settings read never started
+    }
+
+    void everyButtonIsNamedByItsLabel()
+    {
+        FakeToolDir fake;
+        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
+        std::unique_ptr<ContentView> view(contentOver(fake));
+        view->show();
+        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        const QList<QAbstractButton *> buttons = view->findChildren<QAbstractButton *>();
+        QVERIFY(buttons.size() > 3);
+        for (QAbstractButton *button : buttons) {
+            if (!button->text().isEmpty())
+                QCOMPARE(button->accessibleName(), button->text().remove(u'&'));
+        }
+        QDir().mkpath(QStringLiteral("screenshots"));
+        for (int tab = 0; tab < 3; ++tab) {
+            view->setSelectedTab(ContentView::Tab(tab));
+            view->resize(760, 600);
+            QVERIFY(view->grab().save(QStringLiteral("screenshots/window-tab-%1.png").arg(tab)));
+        }
+    }
+};
+
+QTEST_MAIN(TestContentView)
+#include "tst_contentview.moc"
