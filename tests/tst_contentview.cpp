@@ -152,15 +152,16 @@ private Q_SLOTS:
         auto app = std::make_unique<LullwickApp>(contentOver(fake),
                                                  std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
         app->window().show();
-        QTRY_COMPARE(fake.pmsetPIDs().size(), 1);
+        QVERIFY(fake.waitForStart(QStringLiteral("assertions")));
         QElapsedTimer closing;
         closing.start();
         app->window().close();
         app.reset();
         // A generous bound against a tool that sleeps for a minute: only a wait for it could miss it.
         QVERIFY2(closing.elapsed() < 1000, qPrintable(QString::number(closing.elapsed())));
-        QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(fake.pmsetPIDs().value(0)), 1000);
-        QCOMPARE(fake.pmsetPIDs().size(), 1); // the queued settings read never started
+        const QList<FakeToolDir::Call> calls = fake.pmsetCalls();
+        QCOMPARE(calls.size(), 1); // the queued settings read never started
+        QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(calls[0].pid), 1000);
     }
 
     void everyButtonIsNamedByItsLabel()

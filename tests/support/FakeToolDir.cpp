@@ -2,8 +2,10 @@
 
 #include "Fixtures.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QThread>
 
 namespace {
 const QString fakeToolsDir = QStringLiteral(LULLWICK_FAKE_TOOLS_DIR);
@@ -50,6 +52,34 @@ void FakeToolDir::setSleep(const QString &call, double seconds) const
     write(call + QStringLiteral(".sleep"), QByteArray::number(seconds, 'f', 3));
 }
 
+void FakeToolDir::setKilledBy(const QString &call, int signal) const
+{
+    write(call + QStringLiteral(".signal"), QByteArray::number(signal));
+}
+
+void FakeToolDir::hold(const QString &call) const
+{
+    write(call + QStringLiteral(".hold"), {});
+}
+
+void FakeToolDir::release(const QString &call) const
+{
+    QFile::remove(m_dir.filePath(call + QStringLiteral(".hold")));
+}
+
+bool FakeToolDir::waitForStart(const QString &call) const
+{
+    const QDeadlineTimer deadline(20'000);
+    while (!deadline.hasExpired()) {
+        for (const Call &c : pmsetCalls()) {
+            if (c.call == call)
+                return true;
+        }
+        QThread::msleep(2);
+    }
+    return false;
+}
+
 void FakeToolDir::setProcessTable(const QHash<qint64, QString> &table) const
 {
     QByteArray lines;
@@ -84,15 +114,15 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QList<Call> calls;
-    // Lines are "start CALL NS" and "end CALL NS"; an end belongs to the latest open call of its name.
+    // Lines are "start CALL NS PID" and "end CALL NS"; an end belongs to the latest open call of its name.
     for (const QByteArray &line : file.readAll().split('\n')) {
         const QList<QByteArray> words = line.split(' ');
-        if (words.size() != 3)
+        if (words.size() < 3)
             continue;
         const QString call = QString::fromUtf8(words[1]);
         const qint64 ns = words[2].toLongLong();
         if (words[0] == "start") {
-            calls.append({call, ns, 0});
+            calls.append({call, ns, 0, words.value(3).toLongLong()});
         } else {
             for (qsizetype i = calls.size() - 1; i >= 0; --i) {
                 if (calls[i].call == call && calls[i].endNs == 0) {
@@ -103,19 +133,6 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
         }
     }
     return calls;
-}
-
-QList<qint64> FakeToolDir::pmsetPIDs() const
-{
-    QFile file(m_dir.filePath(QStringLiteral("pids.log")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QList<qint64> pids;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        if (!line.isEmpty())
-            pids.append(line.toLongLong());
-    }
-    return pids;
 }
 
 bool FakeToolDir::processGroupAlive(qint64 pgid)

@@ -27,25 +27,32 @@ public:
     void setErrorOutput(const QString &call, const QByteArray &bytes) const;
     void setExitStatus(const QString &call, int status) const;
     void setSleep(const QString &call, double seconds) const;
+    /// After writing its output, the call kills itself with `signal`.
+    void setKilledBy(const QString &call, int signal) const;
+
+    /// Holds the call, once started, until release(); a held call gives up after about 20 s.
+    void hold(const QString &call) const;
+    void release(const QString &call) const;
+    /// Blocks the calling thread, without running its event loop, until the call has started.
+    [[nodiscard]] bool waitForStart(const QString &call) const;
 
     /// The PID-to-path table the fake ps answers from.
     void setProcessTable(const QHash<qint64, QString> &table) const;
     /// Bytes the fake ps prints whatever it is asked.
     void setPsOutput(const QByteArray &bytes) const;
 
-    /// One entry per pmset call: (call, start ns, end ns), in the order they were logged.
+    /// One entry per pmset call, in the order they were started; `endNs` is 0 while it runs.
     struct Call {
         QString call;
         qint64 startNs = 0;
         qint64 endNs = 0;
+        qint64 pid = 0;
     };
     [[nodiscard]] QList<Call> pmsetCalls() const;
     /// Like `pmsetCalls`, for every scripted tool ("log" and "spindump" included).
     [[nodiscard]] QList<Call> toolCalls() const;
     /// The output paths spindump was given, in order.
     [[nodiscard]] QStringList spindumpOutputPaths() const;
-    /// The process IDs of the fake pmset runs, in start order.
-    [[nodiscard]] QList<qint64> pmsetPIDs() const;
     /// Whether any live (not zombie) process is left in the process group `pgid`.
     [[nodiscard]] static bool processGroupAlive(qint64 pgid);
     /// The PIDs the fake ps was asked for, in order.
