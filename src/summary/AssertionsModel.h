@@ -53,6 +53,8 @@ Q_SIGNALS:
     void showNonBlockedFirstChanged();
 
 private:
+    friend class AssertionsModelFeeder; // tests and benchmarks hand in readings without running pmset
+
     QCoro::Task<void> runRefresh();
     QCoro::Task<void> resolveCreatedForPIDs(AssertionsSnapshot snapshot);
 
