@@ -223,10 +223,30 @@ void SummaryView::showNames()
             changed.insert(it.key());
     }
     m_shownNames = names;
+
+    QList<AssertionRow *> rows;
     for (qint64 pid : changed) {
         for (auto row = m_rowsByCreator.constFind(pid); row != m_rowsByCreator.cend() && row.key() == pid;
              ++row)
-            (*row)->showNames(names);
+            rows << *row;
+    }
+    // Showing a widget lays out every ancestor at once (QWidgetPrivate::setVisible), so each line
+    // that appears in a row would lay out the whole page of rows again. Hold the layouts between
+    // the rows and the page while the rows change; the page is then laid out once, later.
+    QList<QLayout *> held;
+    for (AssertionRow *row : std::as_const(rows)) {
+        for (QWidget *w = row; w && w != widget()->parentWidget(); w = w->parentWidget()) {
+            if (QLayout *layout = w->layout(); layout && layout->isEnabled()) {
+                layout->setEnabled(false);
+                held << layout;
+            }
+        }
+    }
+    for (AssertionRow *row : std::as_const(rows))
+        row->showNames(names);
+    for (QLayout *layout : std::as_const(held)) {
+        layout->setEnabled(true);
+        layout->invalidate();
     }
 }
 
