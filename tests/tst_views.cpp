@@ -108,7 +108,9 @@ private slots:
         QTest::addColumn<QString>("error");
         QTest::addColumn<QString>("shown"); // which of error box, "Reading pmset…", page
         QTest::addRow("first refresh under way") << false << QString() << u"reading"_s;
-        QTest::addRow("error and no snapshot: the box alone") << false << u"pmset failed"_s << u"error"_s;
+        const QString failure =
+            PMSetError::makeNonZeroExit(1, u"pmset: could not read assertions\n"_s).errorDescription();
+        QTest::addRow("error and no snapshot: the box alone") << false << failure << u"error"_s;
         QTest::addRow("snapshot: the page") << true << QString() << u"page"_s;
         QTest::addRow("later refresh failed: box above the page")
             << true << u"pmset failed"_s << u"error page"_s;

@@ -7,6 +7,8 @@ namespace lullwick {
 /// A label that remembers its height for the last widths it was asked about. QLabel lays its text
 /// out again on every such question, and a layout asks each label several times per pass, so a
 /// page of hundreds of wrapping labels would re-lay all of their text whenever any one changed.
+/// The heights are forgotten when the text, font, style or margins change; set word wrap and the
+/// text format before the label is first laid out.
 class TextLabel : public QLabel {
     Q_OBJECT
 public:

@@ -20,7 +20,7 @@ QImage image(const QString &name, QSize pixelSize)
         if (!context)
             return {};
         [NSGraphicsContext saveGraphicsState];
-        NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithCGContext:context flipped:NO];
+        [NSGraphicsContext setCurrentContext:[NSGraphicsContext graphicsContextWithCGContext:context flipped:NO]];
         // Symbols are template images (black on transparent); keep their aspect ratio, centred.
         const NSSize size = symbol.size;
         const CGFloat scale = MIN(pixelSize.width() / size.width, pixelSize.height() / size.height);
