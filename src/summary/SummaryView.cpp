@@ -159,6 +159,10 @@ void SummaryView::showState()
 
 void SummaryView::rebuild()
 {
+    // Blocks made inside a hidden column are shown with it, laid out once when it is shown again.
+    // Made inside a visible one, each would need showing by hand, and each show lays out the
+    // whole page (QWidgetPrivate::setVisible activates every ancestor's layout).
+    m_content->hide();
     for (Card *&block : m_kindBlocks)
         delete std::exchange(block, nullptr);
     delete std::exchange(m_others, nullptr);
@@ -182,12 +186,6 @@ void SummaryView::rebuild()
         NamedColor::bindForeground(m_verdictText, blocked.isEmpty() ? Role::green : Role::orange);
         m_others = makeOtherAssertionsBlock(*snapshot);
         orderBlocks();
-        // A layout shows a widget added to a visible page only on the next event loop pass; the
-        // page should never be seen without its blocks.
-        for (Card *block : m_kindBlocks)
-            block->show();
-        if (m_others)
-            m_others->show();
     }
     showState();
 }
