@@ -156,7 +156,7 @@ DetailsView::Section DetailsView::makeSection(const QString &heading, const QStr
     return section;
 }
 
-void DetailsView::show(Section section, const QString &output)
+void DetailsView::showSection(Section section, const QString &output)
 {
     section.empty->setVisible(output.isEmpty());
     section.text->setVisible(!output.isEmpty());
@@ -166,8 +166,8 @@ void DetailsView::show(Section section, const QString &output)
 void DetailsView::showAll()
 {
     const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
-    show(m_assertions, snapshot ? snapshot->rawOutput : QString());
-    show(m_settings, m_model->settingsRaw());
+    showSection(m_assertions, snapshot ? snapshot->rawOutput : QString());
+    showSection(m_settings, m_model->settingsRaw());
 }
 
 void DetailsView::changeEvent(QEvent *event)

@@ -28,7 +28,7 @@ private:
     };
 
     [[nodiscard]] Section makeSection(const QString &heading, const QString &objectName);
-    void show(Section section, const QString &output);
+    void showSection(Section section, const QString &output);
     void showAll();
 
     AssertionsModel *m_model;

@@ -110,13 +110,19 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
     }
     if (!label) {
         // Made on first use: most rows never show some of these lines, and pages hold hundreds of rows.
-        static const char16_t *const names[] = {u"rowCreatedFor", u"rowExplanation", u"rowCallToAction"};
-        label = position == createdForLine ? TextStyle::label({}, Style::callout, Role::secondary,
-                                                              Option::italic | Option::wrap, this)
-                : position == explanationLine
-                    ? TextStyle::label({}, Style::callout, Role::secondary, Option::wrap, this)
-                    : TextStyle::label({}, Style::callout, Role::primary, Option::wrap, this);
-        label->setObjectName(QString::fromUtf16(names[position]));
+        struct LineStyle {
+            const char16_t *objectName;
+            Role color;
+            TextStyle::Options options;
+        };
+        static const LineStyle styles[] = {
+            {u"rowCreatedFor", Role::secondary, Option::italic | Option::wrap},
+            {u"rowExplanation", Role::secondary, Option::wrap},
+            {u"rowCallToAction", Role::primary, Option::wrap},
+        };
+        const LineStyle &style = styles[position];
+        label = TextStyle::label({}, Style::callout, style.color, style.options, this);
+        label->setObjectName(QString::fromUtf16(style.objectName));
         int index = firstOptionalLine;
         for (QLabel *earlier : {m_createdFor, m_explanation, m_callToAction}) {
             if (earlier == label)
