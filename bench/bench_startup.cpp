@@ -91,7 +91,8 @@ void startUp(benchmark::State &state, const char *role)
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         process.setProcessEnvironment(environment);
         const qint64 startNs = monotonicNs();
-        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), QString::fromLatin1(role)});
+        process.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--child"), QString::fromLatin1(role)});
         if (!process.waitForFinished(60'000) || process.exitCode() != 0) {
             state.SkipWithError("the child did not report");
             return;
@@ -105,8 +106,14 @@ void startUp(benchmark::State &state, const char *role)
 
 } // namespace
 
-BENCHMARK_CAPTURE(startUp, empty_main_window, "empty")->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
-BENCHMARK_CAPTURE(startUp, lullwick, "lullwick")->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK_CAPTURE(startUp, empty_main_window, "empty")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
+BENCHMARK_CAPTURE(startUp, lullwick, "lullwick")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
 
 int main(int argc, char *argv[])
 {

@@ -25,8 +25,9 @@ namespace {
 ContentView *contentOver(const FakeToolDir &fake)
 {
     return new ContentView(new AssertionsModel(fake.pmsetPath(), fake.psPath()),
-                           new RestartModel([] { return QList<RunningAppInfo>{}; }, fake.pmsetPath(), fake.logPath(),
-                                            fake.spindumpPath(), fake.path() + QStringLiteral("/reports")));
+                           new RestartModel([] { return QList<RunningAppInfo>{}; }, fake.pmsetPath(),
+                                            fake.logPath(), fake.spindumpPath(),
+                                            fake.path() + QStringLiteral("/reports")));
 }
 
 struct Header {
@@ -38,7 +39,8 @@ struct Header {
 
 Header headerOf(const ContentView &view)
 {
-    return {view.findChild<QLabel *>(QStringLiteral("status")), view.findChild<QWidget *>(QStringLiteral("spinner")),
+    return {view.findChild<QLabel *>(QStringLiteral("status")),
+            view.findChild<QWidget *>(QStringLiteral("spinner")),
             view.findChild<QPushButton *>(QStringLiteral("copy")),
             view.findChild<QPushButton *>(QStringLiteral("refresh"))};
 }
@@ -58,18 +60,20 @@ private Q_SLOTS:
         const Header h = headerOf(*view);
         QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
 
-        view->show(); // the first showing starts the first reading
+        view->show();           // the first showing starts the first reading
+        view->activateWindow(); // shortcuts belong to the active window
         QCOMPARE(h.status->text(), QStringLiteral("Reading pmset…"));
         QVERIFY(h.spinner->isVisible());
         QVERIFY(!h.copy->isEnabled());
         QVERIFY(!h.refresh->isEnabled());
-        QTest::keyClick(view.get(), Qt::Key_R, Qt::ControlModifier); // inert while reading
+        QTest::keyClick(view->windowHandle(), Qt::Key_R, Qt::ControlModifier); // inert while reading
         h.refresh->click();
 
         QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        QVERIFY(QTest::qWaitForWindowActive(view.get()));
         QCOMPARE(fake.pmsetCalls().size(), 2); // one assertions and one settings read, no more
-        const QString lastChecked = QStringLiteral("Last checked ") +
-                                    DateFormat::standardTime(view->model()->snapshot()->capturedAt);
+        const QString lastChecked =
+            QStringLiteral("Last checked ") + DateFormat::standardTime(view->model()->snapshot()->capturedAt);
         QCOMPARE(h.status->text(), lastChecked);
         QVERIFY(!h.spinner->isVisible());
         QVERIFY(h.copy->isEnabled() && h.refresh->isEnabled());
@@ -77,9 +81,9 @@ private Q_SLOTS:
         // A failed reading leaves the time of the last success in place.
         fake.setSleep(QStringLiteral("assertions"), 0);
         fake.setExitStatus(QStringLiteral("assertions"), 1);
-        QTest::keyClick(view.get(), Qt::Key_R, Qt::ControlModifier);
-        QVERIFY(view->model()->isFetching());
-        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
+        QSignalSpy fetching(view->model(), &AssertionsModel::isFetchingChanged);
+        QTest::keyClick(view->windowHandle(), Qt::Key_R, Qt::ControlModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(fetching.count(), 2, 10'000); // started and ended
         QVERIFY(view->model()->lastError());
         QCOMPARE(h.status->text(), lastChecked);
         QVERIFY(h.copy->isEnabled());
@@ -94,7 +98,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
         const Header h = headerOf(*view);
         QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
-        for (ContentView::Tab tab : {ContentView::Tab::summary, ContentView::Tab::restart, ContentView::Tab::details}) {
+        for (ContentView::Tab tab :
+             {ContentView::Tab::summary, ContentView::Tab::restart, ContentView::Tab::details}) {
             view->setSelectedTab(tab);
             QVERIFY(!h.copy->isEnabled());
         }
@@ -122,11 +127,10 @@ private Q_SLOTS:
         headerOf(*view).copy->click();
 
         const AssertionsModel &m = *view->model();
-        const QString expected = tab == ContentView::Tab::summary
-                                     ? SummaryClipboard::text(m.snapshot(), m.resolvedNames())
-                                 : tab == ContentView::Tab::restart
-                                     ? RestartClipboard::text(view->restartModel()->analysis())
-                                     : DetailsClipboard::text(m.snapshot(), m.settingsRaw());
+        const QString expected =
+            tab == ContentView::Tab::summary   ? SummaryClipboard::text(m.snapshot(), m.resolvedNames())
+            : tab == ContentView::Tab::restart ? RestartClipboard::text(view->restartModel()->analysis())
+                                               : DetailsClipboard::text(m.snapshot(), m.settingsRaw());
         QCOMPARE(QGuiApplication::clipboard()->text(), expected);
     }
 
@@ -142,15 +146,16 @@ private Q_SLOTS:
         for (QAction *menu : app.window().menuBar()->actions())
             for (QAction *item : menu->menu()->actions())
                 items << item->text();
-        QCOMPARE(items, (QStringList{QStringLiteral("About Lullwick"), QStringLiteral("Check for Updates…")}));
+        QCOMPARE(items,
+                 (QStringList{QStringLiteral("About Lullwick"), QStringLiteral("Check for Updates…")}));
     }
 
     void closingWhileAToolHangsEndsIt()
     {
         FakeToolDir fake;
         fake.setSleep(QStringLiteral("assertions"), 60);
-        auto app = std::make_unique<LullwickApp>(contentOver(fake),
-                                                 std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
+        auto app = std::make_unique<LullwickApp>(
+            contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
         app->window().show();
         QVERIFY(fake.waitForStart(QStringLiteral("assertions")));
         QElapsedTimer closing;
@@ -177,11 +182,14 @@ private Q_SLOTS:
             if (!button->text().isEmpty())
                 QCOMPARE(button->accessibleName(), button->text().remove(u'&'));
         }
-        QDir().mkpath(QStringLiteral("screenshots"));
+        const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
+        QDir().mkpath(shots);
         for (int tab = 0; tab < 3; ++tab) {
             view->setSelectedTab(ContentView::Tab(tab));
             view->resize(760, 600);
-            QVERIFY(view->grab().save(QStringLiteral("screenshots/window-tab-%1.png").arg(tab)));
+            const char *names[] = {"summary", "restart", "details"};
+            QVERIFY(
+                view->grab().save(QStringLiteral("%1/content-%2.png").arg(shots, QLatin1String(names[tab]))));
         }
     }
 };

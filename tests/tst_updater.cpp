@@ -15,8 +15,8 @@ QByteArray feed(const QStringList &versions)
 {
     QByteArray items;
     for (const QString &v : versions)
-        items += "<item><title>Lullwick " + v.toUtf8() + "</title><link>https://example.org/lullwick/" + v.toUtf8() +
-                 "</link><enclosure url=\"https://example.org/Lullwick-" + v.toUtf8() +
+        items += "<item><title>Lullwick " + v.toUtf8() + "</title><link>https://example.org/lullwick/" +
+                 v.toUtf8() + "</link><enclosure url=\"https://example.org/Lullwick-" + v.toUtf8() +
                  ".zip\" sparkle:shortVersionString=\"" + v.toUtf8() + "\" sparkle:version=\"9" + v.toUtf8() +
                  "\"/></item>";
     return "<?xml version=\"1.0\"?><rss version=\"2.0\" "
@@ -35,9 +35,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("a");
         QTest::addColumn<QString>("b");
         QTest::addColumn<int>("order");
-        QTest::addRow("a tenth part is newer than a ninth") << "1.10" << "1.9" << 1;
-        QTest::addRow("missing parts read as zero") << "1.0" << "1" << 0;
-        QTest::addRow("older major") << "0.9.9" << "1.0" << -1;
+        QTest::addRow("a tenth part is newer than a ninth") << "1.10"
+                                                            << "1.9" << 1;
+        QTest::addRow("missing parts read as zero") << "1.0"
+                                                    << "1" << 0;
+        QTest::addRow("older major") << "0.9.9"
+                                     << "1.0" << -1;
     }
     void versionsCompareByNumber()
     {
@@ -56,16 +59,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("downloadPage"); // empty: no download button
         QTest::addRow("newer version, highest of several")
             << feed({"0.1.5", "0.2.0", "0.1.9"}) << "A new version of Lullwick is available."
-            << "Lullwick 0.2.0 is available — you have 0.1.0." << "https://example.org/lullwick/0.2.0";
+            << "Lullwick 0.2.0 is available — you have 0.1.0."
+            << "https://example.org/lullwick/0.2.0";
         QTest::addRow("same version") << feed({"0.1.0"}) << "You’re up to date."
-                                      << "Lullwick 0.1.0 is the newest version available." << "";
+                                      << "Lullwick 0.1.0 is the newest version available."
+                                      << "";
         QTest::addRow("older version") << feed({"0.0.9"}) << "You’re up to date."
-                                       << "Lullwick 0.1.0 is the newest version available." << "";
+                                       << "Lullwick 0.1.0 is the newest version available."
+                                       << "";
         QTest::addRow("malformed feed") << QByteArray("<rss><channel><item>") << "Couldn’t check for updates."
-                                        << "The update feed at " << "";
+                                        << "The update feed at "
+                                        << "";
         QTest::addRow("feed without versions") << feed({}) << "Couldn’t check for updates."
-                                               << "The update feed at " << "";
-        QTest::addRow("unreachable feed") << QByteArray() << "Couldn’t check for updates." << "Connection refused"
+                                               << "The update feed at "
+                                               << "";
+        QTest::addRow("unreachable feed") << QByteArray() << "Couldn’t check for updates."
+                                          << "Connection refused"
                                           << "";
     }
     void checkAnswersInItsDialog()

@@ -43,8 +43,8 @@ ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWi
     m_model->setParent(this);
     m_restartModel->setParent(this);
 
-    auto *title = TextStyle::label(QStringLiteral("Lullwick"), TextStyle::Style::title2, NamedColor::Role::primary,
-                                   TextStyle::Option::semibold);
+    auto *title = TextStyle::label(QStringLiteral("Lullwick"), TextStyle::Style::title2,
+                                   NamedColor::Role::primary, TextStyle::Option::semibold);
     title->setObjectName(QStringLiteral("title"));
     m_status = TextStyle::label(QString(), TextStyle::Style::caption, NamedColor::Role::secondary);
     m_status->setObjectName(QStringLiteral("status"));
@@ -86,7 +86,8 @@ ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWi
     m_tabs->addTab(new DetailsView(m_model, m_tabs), tr("Details"));
     const char *symbols[] = {"moon.zzz", "restart.circle", "doc.text.magnifyingglass"};
     for (int i = 0; i < m_tabs->count(); ++i)
-        m_tabs->setTabIcon(i, Icons::icon(QString::fromLatin1(symbols[i]), NamedColor::Role::primary, m_tabs));
+        m_tabs->setTabIcon(i,
+                           Icons::icon(QString::fromLatin1(symbols[i]), NamedColor::Role::primary, m_tabs));
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

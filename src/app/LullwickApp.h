@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/Updater.h"
+
 #include <QMainWindow>
 #include <memory>
 
 namespace lullwick {
 
 class ContentView;
-class Updater;
 
 /// The program: the updater, started at launch, and the one window with its menu.
 class LullwickApp {

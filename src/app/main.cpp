@@ -1,14 +1,16 @@
+#include "app/LullwickApp.h"
+#include "platform/AppIdentity.h"
+
 #include <QApplication>
-#include <QWidget>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Lullwick"));
+    QApplication::setApplicationVersion(QStringLiteral(LULLWICK_VERSION));
+    QApplication::setDesktopFileName(lullwick::AppIdentity::identifier());
 
-    QWidget window;
-    window.setWindowTitle(QStringLiteral("Lullwick"));
-    window.resize(640, 520);
-    window.show();
+    lullwick::LullwickApp lullwick;
+    lullwick.window().show();
     return QApplication::exec();
 }

@@ -43,9 +43,13 @@ std::optional<QList<AppcastItem>> AppcastFeed::parse(const QByteArray &xml)
                 const QXmlStreamAttributes attributes = reader.attributes();
                 item->enclosureUrl = attributes.value(QLatin1StringView("url")).toString().trimmed();
                 if (item->shortVersion.isEmpty())
-                    item->shortVersion = attributes.value(updateNamespace, QLatin1StringView("shortVersionString")).toString().trimmed();
+                    item->shortVersion =
+                        attributes.value(updateNamespace, QLatin1StringView("shortVersionString"))
+                            .toString()
+                            .trimmed();
                 if (item->version.isEmpty())
-                    item->version = attributes.value(updateNamespace, QLatin1StringView("version")).toString().trimmed();
+                    item->version =
+                        attributes.value(updateNamespace, QLatin1StringView("version")).toString().trimmed();
             } else if (item && ours && name == u"shortVersionString") {
                 item->shortVersion = reader.readElementText().trimmed();
             } else if (item && ours && name == u"version") {

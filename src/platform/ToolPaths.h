@@ -39,4 +39,10 @@ inline QString diagnosticReports()
     return QStringLiteral("/Library/Logs/DiagnosticReports");
 }
 
+/// The application the rows and the Summary page open to look a process up.
+inline QString activityMonitor()
+{
+    return QStringLiteral("/System/Applications/Utilities/Activity Monitor.app");
+}
+
 } // namespace lullwick::ToolPaths

@@ -12,6 +12,7 @@ namespace lullwick {
 /// A rounded rectangle filled with a named colour at an opacity, painted (never style-sheeted) so
 /// that its colours follow the palette. Holds its content in a column with `padding` all round.
 class Card : public QWidget {
+    Q_OBJECT
 public:
     Card(NamedColor::Role fill, qreal opacity, int padding = 14, qreal radius = 10,
          QWidget *parent = nullptr);

@@ -30,6 +30,7 @@ namespace lullwick {
 
 /// A symbol icon sized to its font's line height, tinted from the palette each time it paints.
 class IconLabel : public QWidget {
+    Q_OBJECT
 public:
     IconLabel(QString symbolName, NamedColor::Role tint, QWidget *parent = nullptr);
 

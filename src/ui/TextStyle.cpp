@@ -1,5 +1,7 @@
 #include "ui/TextStyle.h"
 
+#include "ui/TextLabel.h"
+
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QLabel>
@@ -71,7 +73,7 @@ void apply(QLabel *label, Style style, NamedColor::Role color, Options options)
 
 QLabel *label(const QString &text, Style style, NamedColor::Role color, Options options, QWidget *parent)
 {
-    auto *result = new QLabel(parent);
+    auto *result = new TextLabel(parent);
     apply(result, style, color, options | Option::plainText);
     result->setText(text);
     return result;

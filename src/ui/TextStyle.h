@@ -36,7 +36,7 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(Options)
 void apply(QLabel *label, Style style, NamedColor::Role color = NamedColor::Role::primary,
            Options options = {});
 
-/// A new plain-text label styled as `apply` does.
+/// A new plain-text label styled as `apply` does (a `TextLabel`, cheap to lay out again).
 [[nodiscard]] QLabel *label(const QString &text, Style style,
                             NamedColor::Role color = NamedColor::Role::primary, Options options = {},
                             QWidget *parent = nullptr);

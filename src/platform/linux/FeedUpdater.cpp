@@ -125,7 +125,8 @@ void FeedUpdater::finished(QNetworkReply *reply)
     const std::optional<QList<AppcastItem>> items = AppcastFeed::parse(reply->readAll());
     if (!items) {
         show(tr("Couldn’t check for updates."),
-             tr("The update feed at %1 isn’t a feed Lullwick can read.").arg(m_feed.toDisplayString()), false);
+             tr("The update feed at %1 isn’t a feed Lullwick can read.").arg(m_feed.toDisplayString()),
+             false);
         return;
     }
     const AppcastItem newest = AppcastFeed::newest(*items);
@@ -134,8 +135,8 @@ void FeedUpdater::finished(QNetworkReply *reply)
         show(tr("A new version of Lullwick is available."),
              tr("Lullwick %1 is available — you have %2.").arg(newest.version, m_currentVersion), false);
     } else {
-        show(tr("You’re up to date."), tr("Lullwick %1 is the newest version available.").arg(m_currentVersion),
-             false);
+        show(tr("You’re up to date."),
+             tr("Lullwick %1 is the newest version available.").arg(m_currentVersion), false);
     }
 }
 

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QScrollArea>
+
+class QLabel;
+
+namespace lullwick {
+
+class AssertionsModel;
+class SelectableText;
+
+/// The Details page: the two pmset texts as printed, with headings, assertion types and detail
+/// lines coloured, selectable and copyable. Redraws from the model's change signals and when the
+/// palette changes.
+class DetailsView : public QScrollArea {
+    Q_OBJECT
+public:
+    explicit DetailsView(AssertionsModel *model, QWidget *parent = nullptr);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    /// One of the two texts: the coloured lines, or "(no output)" when there are none.
+    struct Section {
+        SelectableText *text;
+        QLabel *empty;
+    };
+
+    [[nodiscard]] Section makeSection(const QString &heading, const QString &objectName);
+    void showSection(Section section, const QString &output);
+    void showAll();
+
+    AssertionsModel *m_model;
+    Section m_assertions{};
+    Section m_settings{};
+};
+
+} // namespace lullwick

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "model/Assertion.h"
+#include "platform/ToolPaths.h"
+#include "summary/AssertionRowText.h"
+#include "summary/ResolvedNames.h"
+
+#include <QWidget>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace lullwick {
+
+/// Puts `pid` on the clipboard, then opens Activity Monitor so the user can paste it into the
+/// search field. A failure to open it is ignored; the PID stays on the clipboard.
+void revealInActivityMonitor(qint64 pid, const QString &activityMonitorPath = ToolPaths::activityMonitor());
+
+/// The held badge: "Held " and the shortened held time on a tinted rounded background.
+[[nodiscard]] QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);
+
+/// One assertion on the Summary page: what holds it, for whom, why, and what to do about it.
+class AssertionRow : public QWidget {
+    Q_OBJECT
+public:
+    AssertionRow(Assertion assertion, const ResolvedNames &names, QWidget *parent = nullptr);
+
+    [[nodiscard]] const Assertion &assertion() const { return m_assertion; }
+    /// The process the assertion was created for, whose name changes what the row says.
+    [[nodiscard]] std::optional<qint64> createdForPID() const { return m_text.createdForPID; }
+
+    /// Shows the texts that depend on the created-for name, as `names` has it.
+    void showNames(const ResolvedNames &names);
+
+private:
+    /// Shows `text` in the optional line `label` at `position` among the optional lines, creating
+    /// the label on first use; hides it when `text` is absent.
+    void showLine(QLabel *&label, int position, const std::optional<QString> &text);
+
+    Assertion m_assertion;
+    AssertionRowText m_text;
+    QVBoxLayout *m_column;
+    QLabel *m_title;
+    QLabel *m_createdFor = nullptr;
+    QLabel *m_explanation = nullptr;
+    QLabel *m_callToAction = nullptr;
+};
+
+} // namespace lullwick

@@ -1,0 +1,351 @@
+#include "AssertionsModelFeeder.h"
+#include "Fixtures.h"
+#include "details/DetailsView.h"
+#include "pmset/PMSetService.h"
+#include "summary/AssertionRow.h"
+#include "summary/SummaryView.h"
+#include "ui/DisclosureGroup.h"
+#include "ui/NamedColor.h"
+#include "ui/SelectableText.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDir>
+#include <QLabel>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QtTest>
+
+using namespace lullwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+AssertionsSnapshot everyKind()
+{
+    return PMSetService::parse(Fixtures::readText(u"assertions-every-kind.txt"_s),
+                               QDateTime::currentDateTimeUtc());
+}
+
+AssertionsSnapshot listing(const QString &perProcessLines)
+{
+    return PMSetService::parse(u"Listed by owning process:\n"_s + perProcessLines,
+                               QDateTime::currentDateTimeUtc());
+}
+
+QString textOf(const QWidget *parent, const QString &name)
+{
+    const auto *label = parent->findChild<QLabel *>(name);
+    return label && label->isVisibleTo(parent->window()) ? label->text() : u"<none>"_s;
+}
+
+/// The sleep-kind blocks from top to bottom, by their object names.
+QStringList blockOrder(const SummaryView &view)
+{
+    QList<QWidget *> blocks;
+    for (QWidget *w : view.findChildren<QWidget *>(QRegularExpression(u"^sleepBlock-"_s)))
+        blocks << w;
+    std::sort(blocks.begin(), blocks.end(), [](QWidget *a, QWidget *b) { return a->y() < b->y(); });
+    QStringList names;
+    for (QWidget *w : blocks)
+        names << w->objectName().mid(11);
+    return names;
+}
+
+AssertionRow *rowOf(const QWidget &view, const QString &processName,
+                    const QString &block = u"sleepBlock-idleSystem"_s)
+{
+    for (AssertionRow *row : view.findChild<QWidget *>(block)->findChildren<AssertionRow *>()) {
+        if (row->assertion().processName == processName)
+            return row;
+    }
+    return nullptr;
+}
+
+void settle()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}
+
+QPalette darkPalette()
+{
+    QPalette p;
+    const QColor text(0xec, 0xec, 0xec);
+    for (auto [role, color] : {std::pair{QPalette::Window, QColor(0x26, 0x26, 0x28)},
+                               {QPalette::WindowText, text},
+                               {QPalette::Base, QColor(0x1e, 0x1e, 0x1e)},
+                               {QPalette::Text, text},
+                               {QPalette::Button, QColor(0x3a, 0x3a, 0x3c)},
+                               {QPalette::ButtonText, text},
+                               {QPalette::Highlight, QColor(0x0a, 0x84, 0xff)}})
+        p.setColor(role, color);
+    return p;
+}
+
+} // namespace
+
+class TestViews : public QObject {
+    Q_OBJECT
+
+    const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
+
+    void screenshot(QAbstractScrollArea &view, const QString &name)
+    {
+        settle();
+        // The whole page, not just the part the viewport shows.
+        QVERIFY(static_cast<QScrollArea &>(view).widget()->grab().save(shots + u'/' + name + u".png"_s));
+    }
+
+private slots:
+    void initTestCase() { QVERIFY(QDir().mkpath(shots)); }
+
+    void pageStates_data()
+    {
+        QTest::addColumn<bool>("snapshot");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<QString>("shown"); // which of error box, "Reading pmset…", page
+        QTest::addRow("first refresh under way") << false << QString() << u"reading"_s;
+        const QString failure =
+            PMSetError::makeNonZeroExit(1, u"pmset: could not read assertions\n"_s).errorDescription();
+        QTest::addRow("error and no snapshot: the box alone") << false << failure << u"error"_s;
+        QTest::addRow("snapshot: the page") << true << QString() << u"page"_s;
+        QTest::addRow("later refresh failed: box above the page")
+            << true << u"pmset failed"_s << u"error page"_s;
+    }
+    void pageStates()
+    {
+        QFETCH(bool, snapshot);
+        QFETCH(QString, error);
+        QFETCH(QString, shown);
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView view(&model);
+        view.resize(720, 900);
+        if (snapshot)
+            feed.setSnapshot(everyKind());
+        if (!error.isNull())
+            feed.setLastError(error);
+        QStringList visible;
+        if (view.findChild<QWidget *>(u"errorBox"_s)->isVisibleTo(&view))
+            visible << u"error"_s;
+        if (view.findChild<QWidget *>(u"readingLabel"_s)->isVisibleTo(&view))
+            visible << u"reading"_s;
+        if (view.findChild<QWidget *>(u"introLabel"_s)->isVisibleTo(&view))
+            visible << u"page"_s;
+        QCOMPARE(visible.join(u' '), shown);
+        if (!error.isNull())
+            QCOMPARE(textOf(&view, u"errorText"_s), error);
+        const QString shotName =
+            snapshot ? (error.isNull() ? u"summary-blockers"_s : u"summary-error-over-snapshot"_s)
+                     : (error.isNull() ? u"summary-no-snapshot"_s : u"summary-error"_s);
+        screenshot(view, shotName);
+    }
+
+    void blocksAndVerdict()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView view(&model);
+        view.resize(720, 900);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+
+        feed.setSnapshot(listing({}));
+        QCOMPARE(textOf(&view, u"verdictLabel"_s), u"Nothing is preventing your Mac from sleeping."_s);
+        for (QWidget *block : view.findChildren<QWidget *>(QRegularExpression(u"^sleepBlock-"_s))) {
+            QCOMPARE(textOf(block, u"notBlocked"_s), u"Not blocked."_s);
+            QCOMPARE(textOf(block, u"blockCount"_s), u"<none>"_s);
+        }
+        QVERIFY(!view.findChild<QWidget *>(u"otherAssertionsBlock"_s));
+        screenshot(view, u"summary-empty"_s);
+
+        feed.setSnapshot(everyKind());
+        QCOMPARE(textOf(&view, u"verdictLabel"_s),
+                 u"Currently blocking: idle system sleep, all system sleep, display sleep."_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"sleepBlock-idleSystem"_s), u"blockCount"_s),
+                 u"3 blockers"_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"sleepBlock-system"_s), u"blockCount"_s), u"1 blocker"_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"otherAssertionsBlock"_s), u"blockCount"_s), u"2"_s);
+        // An assertion against all sleep is a row in every block.
+        for (const QString &block :
+             {u"sleepBlock-idleSystem"_s, u"sleepBlock-system"_s, u"sleepBlock-display"_s})
+            QVERIFY(rowOf(view, u"backupd"_s, block));
+
+        // Only idle sleep blocked; the checkbox writes through and re-orders at once.
+        feed.setSnapshot(listing(u"   pid 5(x): [0x1] 00:00:01 BackgroundTask\n"_s));
+        settle();
+        QCOMPARE(blockOrder(view), QStringList({u"system"_s, u"display"_s, u"idleSystem"_s}));
+        view.findChild<QCheckBox *>(u"orderCheckBox"_s)->click();
+        QCOMPARE(model.showNonBlockedFirst(), false);
+        settle();
+        QCOMPARE(blockOrder(view), QStringList({u"idleSystem"_s, u"system"_s, u"display"_s}));
+        // The verdict keeps the canonical order whatever the checkbox says.
+        feed.setSnapshot(everyKind());
+        QVERIFY(textOf(&view, u"verdictLabel"_s).startsWith(u"Currently blocking: idle system sleep, all"_s));
+    }
+
+    void closedBlockStaysClosedAcrossSnapshots()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView view(&model);
+        feed.setSnapshot(everyKind());
+        const auto group = [&](const QString &block) {
+            return view.findChild<QWidget *>(block)->findChild<DisclosureGroup *>();
+        };
+        group(u"sleepBlock-display"_s)->header()->click();
+        group(u"otherAssertionsBlock"_s)->header()->click();
+        feed.setSnapshot(everyKind());
+        QVERIFY(!group(u"sleepBlock-display"_s)->isExpanded());
+        QVERIFY(!group(u"sleepBlock-display"_s)->content()->isVisibleTo(&view));
+        QVERIFY(!group(u"otherAssertionsBlock"_s)->isExpanded());
+        QVERIFY(group(u"sleepBlock-idleSystem"_s)->isExpanded());
+        QVERIFY(group(u"sleepBlock-idleSystem"_s)->content()->isVisibleTo(&view));
+    }
+
+    void arrivingNameRedrawsOnlyItsRows()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView view(&model);
+        feed.setSnapshot(everyKind());
+        AssertionRow *audio = rowOf(view, u"coreaudiod"_s);
+        QCOMPARE(textOf(audio, u"rowTitle"_s), u"An audio device or routing session is active"_s);
+        QCOMPARE(textOf(audio, u"rowCreatedFor"_s), u"Created for pid 4711"_s);
+        QVERIFY(textOf(audio, u"rowExplanation"_s).startsWith(u"Core Audio is macOS’s sound engine."_s));
+        QCOMPARE(textOf(audio, u"rowHeldText"_s), u"Held 12m 31s"_s);
+
+        const QList<AssertionRow *> before = view.findChildren<AssertionRow *>();
+        const auto otherTitles = [&] {
+            QStringList titles;
+            for (AssertionRow *row : before) {
+                if (row != audio)
+                    titles << textOf(row, u"rowTitle"_s);
+            }
+            return titles;
+        };
+        const QStringList othersBefore = otherTitles();
+        const QString photosTitle = textOf(rowOf(view, u"photolibraryd"_s), u"rowTitle"_s);
+        QCOMPARE(photosTitle, u"Syncing photos"_s);
+
+        feed.storeResolvedName(4711, u"Spotify"_s);
+        QCOMPARE(view.findChildren<AssertionRow *>(), before); // no row was rebuilt
+        QCOMPARE(textOf(audio, u"rowTitle"_s), u"Spotify is playing or holding a session"_s);
+        QCOMPARE(textOf(audio, u"rowCreatedFor"_s), u"Created for Spotify (pid 4711)"_s);
+        QCOMPARE(
+            textOf(audio, u"rowExplanation"_s),
+            u"Spotify keeps a display- or system-sleep assertion alive whenever audio is playing or queued."_s);
+        QCOMPARE(textOf(audio, u"rowCallToAction"_s), u"Pause playback or quit Spotify."_s);
+        QCOMPARE(otherTitles(), othersBefore);
+
+        // The button copies the created-for PID; opening Activity Monitor fails here and is ignored.
+        audio->findChild<QAbstractButton *>(u"rowActivityMonitor"_s)->click();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"4711"_s);
+        rowOf(view, u"backupd"_s)->findChild<QAbstractButton *>(u"rowActivityMonitor"_s)->click();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"88"_s);
+    }
+
+    void detailsLineColours_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("runs"); // colour (and "bold") of each run, then the second run's start
+        QTest::addRow("heading bold") << u"Kernel Assertions: 0x4=USB"_s << u"primary bold"_s;
+        QTest::addRow("indented heading not bold") << u" Kernel Assertions:"_s << u"primary"_s;
+        QTest::addRow("tab line dimmed, before its type") << u"\tBackgroundTask"_s << u"secondary"_s;
+        QTest::addRow("blue type") << u"   BackgroundTask    1"_s << u"blue"_s;
+        QTest::addRow("orange wins over blue") << u"   BackgroundTask UserIsActive"_s << u"orange"_s;
+        QTest::addRow("split at the name")
+            << u"   pid 1(a): [0x1] 00:00:01 PreventUserIdleSystemSleep named: \"x\""_s
+            << u"orange, secondary from  named: \""_s;
+        QTest::addRow("two separators not split")
+            << u"   UserIsActive named: \"a\" named: \"b\""_s << u"orange"_s;
+        QTest::addRow("empty line keeps its height") << QString() << u"primary"_s;
+    }
+    void detailsLineColours()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, runs);
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        DetailsView details(&model);
+        feed.setSettingsRaw(u"AC Power:\n"_s + line);
+        const QTextBlock block =
+            details.findChild<SelectableText *>(u"settingsText"_s)->document()->lastBlock();
+        const QPalette palette = details.palette();
+        const QHash<QRgb, QString> names{
+            {NamedColor::resolve(NamedColor::Role::primary, palette).rgba(), u"primary"_s},
+            {NamedColor::resolve(NamedColor::Role::secondary, palette).rgba(), u"secondary"_s},
+            {NamedColor::resolve(NamedColor::Role::orange, palette).rgba(), u"orange"_s},
+            {NamedColor::resolve(NamedColor::Role::blue, palette).rgba(), u"blue"_s}};
+        QStringList seen;
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextCharFormat format = it.fragment().charFormat();
+            QString run = names.value(format.foreground().color().rgba(), u"?"_s);
+            if (format.fontWeight() == QFont::Bold)
+                run += u" bold"_s;
+            if (!seen.isEmpty())
+                run += u" from "_s + it.fragment().text().left(9);
+            seen << run;
+        }
+        QCOMPARE(seen.join(u", "_s), runs);
+        QCOMPARE(block.text(), line.isEmpty() ? u" "_s : line);
+    }
+
+    void detailsWithoutOutput()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        DetailsView details(&model);
+        for (const QString &name : {u"assertionsEmpty"_s, u"settingsEmpty"_s})
+            QCOMPARE(textOf(&details, name), u"(no output)"_s);
+        feed.setSnapshot(AssertionsSnapshot{QDateTime::currentDateTimeUtc(), {}, {}, {}}); // empty listing
+        feed.setSettingsRaw(u"AC Power:"_s);
+        QCOMPARE(textOf(&details, u"assertionsEmpty"_s), u"(no output)"_s);
+        QCOMPARE(textOf(&details, u"settingsEmpty"_s), u"<none>"_s);
+    }
+
+    void accessibleNamesAreTheVisibleLabels()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView summary(&model);
+        DetailsView details(&model);
+        feed.setSnapshot(everyKind());
+        int buttons = 0;
+        for (const QWidget *view : std::initializer_list<const QWidget *>{&summary, &details}) {
+            for (const QAbstractButton *button : view->findChildren<QAbstractButton *>()) {
+                QVERIFY2(!button->text().isEmpty(), qPrintable(button->objectName()));
+                QCOMPARE(button->accessibleName(), button->text());
+                ++buttons;
+            }
+        }
+        // 4 blocks, 4 settings links, the checkbox, the page's button and one per row (3 + 1 + 1 + 2).
+        QCOMPARE(buttons, 4 + 4 + 1 + 1 + 7);
+    }
+
+    void screenshotsOfTheFullPage()
+    {
+        AssertionsModel model;
+        AssertionsModelFeeder feed(model);
+        SummaryView summary(&model);
+        DetailsView details(&model);
+        summary.resize(720, 900);
+        details.resize(720, 900);
+        feed.setSnapshot(everyKind());
+        feed.setSettingsRaw(Fixtures::readText(u"settings-typical.txt"_s));
+        feed.storeResolvedName(4711, u"Spotify"_s);
+        screenshot(summary, u"summary-blockers-named"_s);
+        screenshot(details, u"details"_s);
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        screenshot(summary, u"summary-blockers-dark"_s);
+        screenshot(details, u"details-dark"_s);
+        QApplication::setPalette(light);
+    }
+};
+
+QTEST_MAIN(TestViews)
+#include "tst_views.moc"
