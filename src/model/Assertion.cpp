@@ -25,6 +25,11 @@ std::optional<qint64> Assertion::createdForPID() const
     return std::nullopt;
 }
 
+bool Assertion::looksLikeFriendlyReason(QStringView text)
+{
+    return text.contains(u' ') || text.count(u'.') < 2;
+}
+
 size_t qHash(const Assertion &a, size_t seed) noexcept
 {
     const auto optionalHash = [](const std::optional<QString> &s) { return s ? qHash(*s) : size_t(0x9e37); };

@@ -22,6 +22,10 @@ struct Assertion {
     /// The PID from the first "Created for PID:" line of `extras` that holds a number.
     [[nodiscard]] std::optional<qint64> createdForPID() const;
 
+    /// Whether `text` reads as a reason (it has a space, or at most one dot) rather than a dotted
+    /// identifier.
+    [[nodiscard]] static bool looksLikeFriendlyReason(QStringView text);
+
     bool operator==(const Assertion &) const = default;
 };
 

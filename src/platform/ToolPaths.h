@@ -26,4 +26,10 @@ inline QString ps()
     return QStringLiteral("/bin/ps");
 }
 
+/// The application the rows and the Summary page open to look a process up.
+inline QString activityMonitor()
+{
+    return QStringLiteral("/System/Applications/Utilities/Activity Monitor.app");
+}
+
 } // namespace lullwick::ToolPaths

@@ -2,6 +2,7 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "platform/ToolPaths.h"
+#include "summary/ResolvedNames.h"
 
 #include <QCoroTask>
 #include <QHash>
@@ -13,9 +14,6 @@
 namespace lullwick {
 
 class PMSetService;
-
-/// Process names by PID, for the processes that assertions were created on behalf of.
-using ResolvedNames = QHash<qint64, QString>;
 
 /// The latest reading of the power assertions and the settings text, kept on the UI thread.
 /// Every setter that receives an equal value notifies nobody.

@@ -1,0 +1,39 @@
+#include "summary/SummaryClipboard.h"
+
+#include "summary/AssertionRowText.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace lullwick {
+
+QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot, const ResolvedNames &names,
+                               const DateFormat::Setting &dates)
+{
+    if (!snapshot)
+        return u"(no snapshot)"_s;
+
+    QStringList lines{u"Lullwick—Summary"_s,
+                      u"Captured "_s + DateFormat::completeDateTime(snapshot->capturedAt, dates), QString()};
+    for (SleepKind kind : allSleepKinds) {
+        lines << rawValue(kind);
+        const QList<Assertion> blockers = snapshot->blockers(kind);
+        if (blockers.isEmpty())
+            lines << u"  (not blocked)"_s;
+        for (const Assertion &a : blockers) {
+            const AssertionRowText row = AssertionRowText::make(a, names);
+            // Held times stay as pmset printed them; the report is for whoever helps the user.
+            lines << u"  • "_s + row.title + u"  (held "_s + a.timeHeld + u')';
+            lines << u"    "_s + a.processName + row.processSuffix;
+            if (row.createdForLine)
+                lines << u"    "_s + *row.createdForLine;
+            if (row.ownCallToAction)
+                lines << u"    "_s + *row.ownCallToAction;
+        }
+        lines << QString();
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace lullwick

@@ -1,0 +1,190 @@
+#include "details/DetailsClipboard.h"
+#include "pmset/PMSetService.h"
+#include "summary/AssertionRowText.h"
+#include "summary/SummaryClipboard.h"
+
+#include <QTest>
+
+using namespace lullwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDateTime instant = QDateTime(QDate(2024, 3, 4), QTime(15, 4, 5), Qt::UTC);
+const DateFormat::Setting usInUtc{"en_US", "UTC"};
+
+AssertionsSnapshot parsed(const QString &perProcessLines)
+{
+    return PMSetService::parse(u"Listed by owning process:\n"_s + perProcessLines, instant);
+}
+
+Assertion one(const QString &perProcessLines)
+{
+    return parsed(perProcessLines).assertions.value(0);
+}
+
+} // namespace
+
+class TestClipboard : public QObject {
+    Q_OBJECT
+
+private slots:
+    void completeDateTimeForUsEnglishInUtc()
+    {
+        // The full date, " at ", and the medium time with ICU's narrow no-break space before PM.
+        QCOMPARE(DateFormat::completeDateTime(instant, usInUtc),
+                 u"Monday, March 4, 2024 at 3:04:05\u202FPM"_s);
+    }
+
+    void summaryOfTheAudioExample()
+    {
+        const AssertionsSnapshot snapshot =
+            parsed(u"   pid 312(coreaudiod): [0x1] 00:12:31 PreventUserIdleSystemSleep "
+                   u"named: \"com.apple.audio.context\"\n"
+                   u"\tCreated for PID: 4711.\n"_s);
+        const QStringList lines =
+            SummaryClipboard::text(snapshot, {{4711, u"Spotify"_s}}, usInUtc).split(u'\n');
+        const QStringList expected{
+            u"Lullwick—Summary"_s,
+            u"Captured "_s + DateFormat::completeDateTime(instant, usInUtc),
+            u""_s,
+            u"Idle system sleep"_s,
+            u"  • Spotify is playing or holding a session  (held 00:12:31)"_s,
+            u"    coreaudiod (pid 312)—Keeping the Mac awake while otherwise idle."_s,
+            u"    Created for Spotify (pid 4711)"_s,
+            u"    Check the “Created for” process. If it’s an audio routing tool you intentionally have "
+            u"running, "
+            u"this is expected; otherwise quit or pause the responsible app."_s,
+            u""_s,
+            u"All system sleep"_s,
+            u"  (not blocked)"_s,
+            u""_s,
+            u"Display sleep"_s,
+            u"  (not blocked)"_s,
+            u""_s,
+        };
+        for (qsizetype i = 0; i < std::max(lines.size(), expected.size()); ++i)
+            QCOMPARE(lines.value(i, u"<missing>"_s), expected.value(i, u"<extra>"_s));
+        // Without the name: the pid alone, the daemon's own headline; its own call to action either way.
+        const QString unnamed = SummaryClipboard::text(snapshot, {}, usInUtc);
+        QVERIFY(unnamed.contains(u"\n  • An audio device or routing session is active  (held 00:12:31)\n"
+                                 u"    coreaudiod (pid 312)—Keeping the Mac awake while otherwise idle.\n"
+                                 u"    Created for pid 4711\n    Check the “Created for”"_s));
+    }
+
+    void summaryWithoutBlockers()
+    {
+        QCOMPARE(SummaryClipboard::text(std::nullopt, {}), u"(no snapshot)"_s);
+        // Non-blocking assertions are no part of the report; an unknown process has no action line.
+        const AssertionsSnapshot snapshot =
+            parsed(u"   pid 9(WindowServer): [0x1] 00:00:02 UserIsActive\n"
+                   u"   pid 10(render): [0x2] 01:00:00 PreventUserIdleDisplaySleep\n"_s);
+        QCOMPARE(SummaryClipboard::text(AssertionsSnapshot{instant, {}, {}, {}}, {}, usInUtc),
+                 u"Lullwick—Summary\nCaptured Monday, March 4, 2024 at 3:04:05\u202FPM\n\n"
+                 u"Idle system sleep\n  (not blocked)\n\nAll system sleep\n  (not blocked)\n\n"
+                 u"Display sleep\n  (not blocked)\n"_s);
+        const QString render =
+            u"  • Keeping the display from sleeping when otherwise idle.  (held 01:00:00)\n"
+            u"    render (pid 10)—Keeping the display from sleeping when otherwise idle.\n\n"_s;
+        QCOMPARE(SummaryClipboard::text(snapshot, {}, usInUtc).section(u"\n\n"_s, 1),
+                 u"Idle system sleep\n"_s + render +
+                     u"All system sleep\n  (not blocked)\n\nDisplay sleep\n"_s + render.chopped(1));
+    }
+
+    void rowTitle_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("title");
+        const QString idle = u"Keeping the Mac awake while otherwise idle."_s;
+        const QString head = u"   pid 5(renderd): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s;
+        QTest::addRow("catalog headline")
+            << u"   pid 5(mds): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s << u"Spotlight is indexing"_s;
+        QTest::addRow("dotted name falls back") << head + u" named: \"com.example.render.job\""_s << idle;
+        QTest::addRow("friendly name") << head + u" named: \"Rendering video\""_s << u"Rendering video"_s;
+        QTest::addRow("localized value trimmed, before the name")
+            << head + u" named: \"com.x.y.z\"\n\tLocalized=  Preparing backup \u00a0"_s
+            << u"Preparing backup"_s;
+        QTest::addRow("blank localized value gives way to the name")
+            << head + u" named: \"Render\"\n\tLocalized=\n\tLocalized=Later"_s << u"Render"_s;
+        QTest::addRow("dotted localized value wins over a nice name")
+            << head + u" named: \"Nice reason\"\n\tLocalized=a.b.c"_s << idle;
+        QTest::addRow("empty name") << head + u" named: \"\""_s << idle;
+        QTest::addRow("created-for name in the catalog")
+            << u"   pid 312(coreaudiod): [0x1] 00:00:01 PreventUserIdleSystemSleep\n\tCreated for PID: 8."_s
+            << u"FaceTime call is active"_s;
+        QTest::addRow("created-for name outside the catalog")
+            << u"   pid 312(coreaudiod): [0x1] 00:00:01 PreventUserIdleSystemSleep\n\tCreated for PID: 9."_s
+            << u"An audio device or routing session is active"_s;
+    }
+    void rowTitle()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, title);
+        const ResolvedNames names{{8, u"FaceTime"_s}, {9, u"%2 Unknown"_s}};
+        const AssertionRowText row = AssertionRowText::make(one(line + u'\n'), names);
+        QCOMPARE(row.title, title);
+        if (row.createdForPID == 9) { // an unknown creator is named, but explains nothing
+            QCOMPARE(*row.createdForLine, u"Created for %2 Unknown (pid 9)"_s);
+            QCOMPARE(row.callToAction, row.ownCallToAction);
+            QVERIFY(row.explanation->startsWith(u"Core Audio is macOS’s sound engine."_s));
+        }
+        if (row.createdForPID == 8) { // a known creator explains and advises
+            QCOMPARE(row.callToAction, u"End the call."_s);
+            QCOMPARE(row.explanation, u"FaceTime holds a sleep assertion during an active call."_s);
+            QCOMPARE(row.revealPID, 8);
+        }
+    }
+
+    void prettyDuration_data()
+    {
+        QTest::addColumn<QString>("held");
+        QTest::addColumn<QString>("shown");
+        QTest::addRow("hours drop the seconds") << u"01:05:00"_s << u"1h 5m"_s;
+        QTest::addRow("zero minutes kept after hours") << u"12:00:07"_s << u"12h 0m"_s;
+        QTest::addRow("just under an hour") << u"00:59:59"_s << u"59m 59s"_s;
+        QTest::addRow("seconds alone") << u"00:00:42"_s << u"42s"_s;
+        QTest::addRow("nothing held yet") << u"00:00:00"_s << u"0s"_s;
+        QTest::addRow("empty pieces dropped") << u"::01:02:03"_s << u"1h 2m"_s;
+        QTest::addRow("two parts unchanged") << u"1:05"_s << u"1:05"_s;
+        QTest::addRow("words unchanged") << u"ab:cd"_s << u"ab:cd"_s;
+        QTest::addRow("unreadable piece dropped") << u"00:x:05:03"_s << u"5m 3s"_s;
+    }
+    void prettyDuration()
+    {
+        QFETCH(QString, held);
+        QFETCH(QString, shown);
+        QCOMPARE(AssertionRowText::prettyDuration(held), shown);
+    }
+
+    void details_data()
+    {
+        QTest::addColumn<std::optional<AssertionsSnapshot>>("snapshot");
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<QString>("text");
+        const auto listing = [](const QString &raw) {
+            return std::optional(AssertionsSnapshot{instant, raw, {}, {}});
+        };
+        QTest::addRow("nothing at all")
+            << std::optional<AssertionsSnapshot>() << QString()
+            << u"=== pmset -g assertions ===\n(no output)\n\n=== pmset -g ===\n(no output)\n"_s;
+        QTest::addRow("empty listing writes nothing")
+            << listing({}) << u"AC Power:"_s
+            << u"=== pmset -g assertions ===\n\n=== pmset -g ===\nAC Power:"_s;
+        QTest::addRow("listing without final line feed gets one")
+            << listing(u"a\nb"_s) << u"s\n"_s
+            << u"=== pmset -g assertions ===\na\nb\n\n=== pmset -g ===\ns\n"_s;
+        QTest::addRow("listing with final line feed gets none")
+            << listing(u"a\n"_s) << QString()
+            << u"=== pmset -g assertions ===\na\n\n=== pmset -g ===\n(no output)\n"_s;
+    }
+    void details()
+    {
+        QFETCH(std::optional<AssertionsSnapshot>, snapshot);
+        QFETCH(QString, settings);
+        QFETCH(QString, text);
+        QCOMPARE(DetailsClipboard::text(snapshot, settings), text);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestClipboard)
+#include "tst_clipboard.moc"
