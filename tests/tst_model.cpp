@@ -1,4 +1,5 @@
 #include "model/AssertionsSnapshot.h"
+#include "model/RestartAnalysis.h"
 #include "model/TextRules.h"
 
 #include <QtTest>
@@ -231,6 +232,40 @@ private Q_SLOTS:
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::system)), system);
         QCOMPARE(pidsOf(snapshot.blockers(SleepKind::display)), display);
         QCOMPARE(pidsOf(snapshot.nonBlockingAssertions()), nonBlocking);
+    }
+
+    void restartSeverities()
+    {
+        QCOMPARE(restartSeverityFromRawValue(3), RestartSeverity::likely);
+        QCOMPARE(restartSeverityFromRawValue(1), RestartSeverity::info);
+        for (int outside : {-1, 0, 4})
+            QCOMPARE(restartSeverityFromRawValue(outside), std::nullopt);
+        QVERIFY(RestartSeverity::info < RestartSeverity::possible &&
+                RestartSeverity::possible < RestartSeverity::likely);
+        QVERIFY(RestartSeverity::likely >= RestartSeverity::info &&
+                !(RestartSeverity::info > RestartSeverity::info));
+    }
+
+    void restartFilters()
+    {
+        const auto finding = [](RestartSeverity severity, const QString &title) {
+            return RestartFinding{QUuid::createUuid(), severity, "s", title, "d", std::nullopt};
+        };
+        RestartAnalysis analysis;
+        QVERIFY(analysis.likelyFindings().isEmpty() && analysis.possibleFindings().isEmpty());
+        analysis.findings = {finding(RestartSeverity::info, "i")};
+        QVERIFY(analysis.likelyFindings().isEmpty() && analysis.possibleFindings().isEmpty());
+        analysis.findings = {finding(RestartSeverity::possible, "p1"), finding(RestartSeverity::likely, "l1"),
+                             finding(RestartSeverity::info, "i"), finding(RestartSeverity::likely, "l2"),
+                             finding(RestartSeverity::possible, "p2")};
+        const auto titles = [](const QList<RestartFinding> &list) {
+            QStringList t;
+            for (const RestartFinding &f : list)
+                t.append(f.title);
+            return t;
+        };
+        QCOMPARE(titles(analysis.likelyFindings()), (QStringList{"l1", "l2"}));
+        QCOMPARE(titles(analysis.possibleFindings()), (QStringList{"p1", "p2"}));
     }
 };
 

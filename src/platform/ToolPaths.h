@@ -25,6 +25,19 @@ inline QString ps()
 {
     return QStringLiteral("/bin/ps");
 }
+inline QString log()
+{
+    return QStringLiteral("/usr/bin/log");
+}
+inline QString spindump()
+{
+    return QStringLiteral("/usr/bin/spindump");
+}
+/// Where the system leaves shutdown stall reports.
+inline QString diagnosticReports()
+{
+    return QStringLiteral("/Library/Logs/DiagnosticReports");
+}
 
 /// The application the rows and the Summary page open to look a process up.
 inline QString activityMonitor()

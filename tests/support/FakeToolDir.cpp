@@ -11,8 +11,11 @@ const QString fakeToolsDir = QStringLiteral(LULLWICK_FAKE_TOOLS_DIR);
 
 FakeToolDir::FakeToolDir()
 {
-    m_valid = m_dir.isValid() && QFile::link(fakeToolsDir + QStringLiteral("/pmset"), pmsetPath()) &&
-              QFile::link(fakeToolsDir + QStringLiteral("/ps"), psPath());
+    m_valid = m_dir.isValid();
+    for (const char *tool : {"pmset", "ps", "log", "spindump"}) {
+        const QString name = QString::fromLatin1(tool);
+        m_valid = m_valid && QFile::link(fakeToolsDir + u'/' + name, m_dir.filePath(name));
+    }
 }
 
 void FakeToolDir::write(const QString &name, const QByteArray &bytes) const
@@ -61,6 +64,21 @@ void FakeToolDir::setPsOutput(const QByteArray &bytes) const
 }
 
 QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
+{
+    QList<Call> calls = toolCalls();
+    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump"; });
+    return calls;
+}
+
+QStringList FakeToolDir::spindumpOutputPaths() const
+{
+    QFile file(m_dir.filePath(QStringLiteral("spindump.log")));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
 {
     QFile file(m_dir.filePath(QStringLiteral("calls.log")));
     if (!file.open(QIODevice::ReadOnly))

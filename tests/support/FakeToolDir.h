@@ -7,7 +7,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A temporary folder holding links to the fake pmset and ps, and the files that script them.
+/// A temporary folder holding links to the fake pmset, ps, log and spindump, and the files that
+/// script them.
 class FakeToolDir {
 public:
     FakeToolDir();
@@ -16,8 +17,11 @@ public:
     [[nodiscard]] QString path() const { return m_dir.path(); }
     [[nodiscard]] QString pmsetPath() const { return m_dir.filePath(QStringLiteral("pmset")); }
     [[nodiscard]] QString psPath() const { return m_dir.filePath(QStringLiteral("ps")); }
+    [[nodiscard]] QString logPath() const { return m_dir.filePath(QStringLiteral("log")); }
+    [[nodiscard]] QString spindumpPath() const { return m_dir.filePath(QStringLiteral("spindump")); }
 
-    // `call` is "assertions" (pmset -g assertions) or "settings" (pmset -g).
+    // `call` is "assertions" (pmset -g assertions), "settings" (pmset -g), "log" (the loginwindow
+    // query; it fails unless given an output) or "spindump" (its output is the decoded text it writes).
     void setOutput(const QString &call, const QByteArray &bytes) const;
     void setOutputFromFixture(const QString &call, const QString &fixtureName) const;
     void setErrorOutput(const QString &call, const QByteArray &bytes) const;
@@ -36,6 +40,10 @@ public:
         qint64 endNs = 0;
     };
     [[nodiscard]] QList<Call> pmsetCalls() const;
+    /// Like `pmsetCalls`, for every scripted tool ("log" and "spindump" included).
+    [[nodiscard]] QList<Call> toolCalls() const;
+    /// The output paths spindump was given, in order.
+    [[nodiscard]] QStringList spindumpOutputPaths() const;
     /// The process IDs of the fake pmset runs, in start order.
     [[nodiscard]] QList<qint64> pmsetPIDs() const;
     /// Whether any live (not zombie) process is left in the process group `pgid`.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace lullwick {
+
+/// How strongly a finding points at a restart blocker. Ordered by raw value: info < possible < likely.
+enum class RestartSeverity : quint8 { likely = 3, possible = 2, info = 1 };
+
+/// The severity's raw value: 3, 2 or 1.
+[[nodiscard]] constexpr int rawValue(RestartSeverity severity)
+{
+    return int(severity);
+}
+
+/// The severity whose raw value is `value`; nothing outside 1 to 3.
+[[nodiscard]] std::optional<RestartSeverity> restartSeverityFromRawValue(int value);
+
+/// The severity's tag and clipboard label: "Likely", "Possible" or "For reference".
+[[nodiscard]] QString label(RestartSeverity severity);
+
+} // namespace lullwick

@@ -1,0 +1,310 @@
+#include "FakeToolDir.h"
+#include "Fixtures.h"
+#include "pmset/PMSetService.h"
+#include "restart/RestartBlockerService.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace lullwick;
+
+namespace {
+
+const QString stallReportName = QStringLiteral("loginwindow_2026-11-19-220531_Mac-Studio.shutdownStall");
+
+void touch(const QString &path, const QByteArray &bytes = {})
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+AssertionsSnapshot snapshotOf(const QByteArray &listing)
+{
+    return PMSetService::parse(QString::fromUtf8(listing), QDateTime::currentDateTimeUtc());
+}
+
+QList<RunningAppInfo> appsNamed(const QStringList &names)
+{
+    QList<RunningAppInfo> apps;
+    for (const QString &name : names)
+        apps.append({name, QStringLiteral("com.example.") + name, 500 + apps.size()});
+    return apps;
+}
+
+QStringList sourcesOf(const RestartAnalysis &analysis)
+{
+    QStringList sources;
+    for (const RestartFinding &f : analysis.findings)
+        sources.append(f.source);
+    return sources;
+}
+
+/// The lines a finding's detail lists after its lead paragraph.
+QStringList listedLines(const RestartFinding &finding)
+{
+    return finding.detail.sliced(finding.detail.indexOf(u"\n\n") + 2).split(u'\n');
+}
+
+} // namespace
+
+class TestRestartService : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void allSourcesInSeverityOrder()
+    {
+        FakeToolDir fake;
+        QTemporaryDir reports;
+        QVERIFY(fake.isValid() && reports.isValid());
+        fake.setOutputFromFixture("log", "loginwindow-compact.txt");
+        touch(reports.filePath(stallReportName));
+        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), reports.path());
+
+        // Given in reverse severity order, so that only the sort can put them right.
+        const RestartAnalysis analysis =
+            service.analyze(snapshotOf(Fixtures::read("assertions-software-update.txt")), appsNamed({"zed"}))
+                .result();
+        QCOMPARE(sourcesOf(analysis), (QStringList{"Software update", "loginwindow log (last 10 min)",
+                                                   "Shutdown stall report", "Running apps"}));
+        QCOMPARE(analysis.likelyFindings().size(), 1);
+        QCOMPARE(analysis.possibleFindings().size(), 2);
+        QCOMPARE(analysis.findings[3].severity, RestartSeverity::info);
+        QCOMPARE(analysis.stallReportPath, std::optional(reports.filePath(stallReportName)));
+        QVERIFY(!analysis.decodedStallProcess);
+        // softwareupdated holds two assertions and is named once, first.
+        QVERIFY(analysis.findings[0].detail.contains(u"assertion (softwareupdated, mobileassetd)."));
+        QCOMPARE(
+            listedLines(analysis.findings[1]),
+            (QStringList{"2026-11-20 10:31:09.871 Df loginwindow[412:2f1c] [com.apple.loginwindow.logging:"
+                         "Standard] -[ApplicationManager(AppleEventHandling) appQuitReply:] | \tApplication "
+                         "\"TextEdit\" (com.apple.TextEdit) cancelled quit",
+                         "2026-11-20 10:31:09.902 Df loginwindow[412:2f1c] [com.apple.loginwindow.logging:"
+                         "Standard] -[SessionAgentNotificationCenter sendBSDNotification:forUser:] | Restart "
+                         "was cancelled by the user",
+                         "2026-11-20 10:31:09.903 E  loginwindow[412:2f1c] [com.apple.loginwindow.logging:"
+                         "Standard] -[ApplicationManager appQuitCancelled:] | Did not quit: "
+                         "/Applications/Preview.app"}));
+        QSet<QUuid> ids;
+        for (const RestartFinding &f : analysis.findings)
+            ids.insert(f.id);
+        QCOMPARE(ids.size(), 4);
+    }
+
+    void everySourceFailing()
+    {
+        FakeToolDir fake; // the fake log fails without an output
+        QVERIFY(fake.isValid());
+        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path() + "/no-such-folder");
+        const QDateTime before = QDateTime::currentDateTimeUtc();
+        const RestartAnalysis analysis = service.analyze(std::nullopt, {}).result();
+        QVERIFY(analysis.findings.isEmpty());
+        QVERIFY(!analysis.stallReportPath);
+        QVERIFY(before <= analysis.ranAt && analysis.ranAt <= QDateTime::currentDateTimeUtc());
+        QCOMPARE(fake.toolCalls().size(), 1); // the log was asked, with the expected arguments
+        QCOMPARE(fake.toolCalls()[0].call, "log");
+    }
+
+    void softwareUpdateEvidence_data()
+    {
+        QTest::addColumn<QByteArray>("listing");
+        QTest::addColumn<QString>("names"); // null: no finding
+        const QByteArray header = "Listed by owning process:\n";
+        QTest::addRow("update daemon in any letter case, any kind, named once")
+            << header + "   pid 1(SoftwareUpdateD): [a] 1 BackgroundTask\n"
+                        "   pid 1(SoftwareUpdateD): [b] 1 PreventUserIdleSystemSleep\n"
+            << "SoftwareUpdateD";
+        QTest::addRow("the update kind held by any process")
+            << header + "   pid 7(installd): [a] 1 SoftwareUpdateTask\n   pid 8(MobileAssetD): [b] 1 "
+                        "UserIsActive\n"
+            << "installd, MobileAssetD";
+        QTest::addRow("unrelated assertions") << header + "   pid 7(coreaudiod): [a] 1 PreventSystemSleep\n"
+                                              << QString();
+    }
+    void softwareUpdateEvidence()
+    {
+        QFETCH(QByteArray, listing);
+        QFETCH(QString, names);
+        RestartBlockerService service(QStringLiteral("/nonexistent/log"), QString(), QString());
+        const RestartAnalysis analysis = service.analyze(snapshotOf(listing), {}).result();
+        QCOMPARE(analysis.findings.size(), names.isNull() ? 0 : 1);
+        if (!names.isNull())
+            QVERIFY2(analysis.findings[0].detail.contains(u'(' + names + u')'),
+                     qPrintable(analysis.findings[0].detail));
+    }
+
+    void loginwindowLines_data()
+    {
+        QTest::addColumn<QByteArray>("log");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QStringList>("listed"); // empty: no finding
+        QTest::addRow("capitalised keyword and .app")
+            << QByteArray("x Refused by Pages.app\n") << 0 << QStringList{"x Refused by Pages.app"};
+        QTest::addRow("quote and bundle id are markers too")
+            << QByteArray("\t a \"Notes\" timed out \nb Abort com.acme\n") << 0
+            << QStringList{"a \"Notes\" timed out", "b Abort com.acme"};
+        QTest::addRow("keyword without marker") << QByteArray("quit was cancelled\n") << 0 << QStringList();
+        QTest::addRow("marker without keyword") << QByteArray("Mail.app quit\n") << 0 << QStringList();
+        QTest::addRow("six lines keep the last four in log order")
+            << QByteArray("1 cancel .app\n2 cancel .app\n3 cancel .app\n\n4 cancel .app\n5 cancel .app\n"
+                          "6 cancel .app")
+            << 0 << QStringList{"3 cancel .app", "4 cancel .app", "5 cancel .app", "6 cancel .app"};
+        QTest::addRow("log exits non-zero") << QByteArray("x Refused by Pages.app\n") << 1 << QStringList();
+        QTest::addRow("output not UTF-8") << QByteArray("x Refused by P\xe4ges.app\n") << 0 << QStringList();
+    }
+    void loginwindowLines()
+    {
+        QFETCH(QByteArray, log);
+        QFETCH(int, status);
+        QFETCH(QStringList, listed);
+        FakeToolDir fake;
+        QVERIFY(fake.isValid());
+        fake.setOutput("log", log);
+        fake.setExitStatus("log", status);
+        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path());
+        const RestartAnalysis analysis = service.analyze(std::nullopt, {}).result();
+        QCOMPARE(analysis.findings.size(), listed.isEmpty() ? 0 : 1);
+        if (!listed.isEmpty())
+            QCOMPARE(listedLines(analysis.findings[0]), listed);
+    }
+
+    void runningAppsInCollationOrder_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::addRow("English") << QLocale(QLocale::English, QLocale::UnitedStates);
+        // What LANG=C.UTF-8 gives: a collator there would compare code points, É after z.
+        QTest::addRow("C falls back to real collation") << QLocale::c();
+    }
+    void runningAppsInCollationOrder()
+    {
+        QFETCH(QLocale, locale);
+        const QLocale previous;
+        QLocale::setDefault(locale);
+        const auto restore = qScopeGuard([&] { QLocale::setDefault(previous); });
+        RestartBlockerService service(QStringLiteral("/nonexistent/log"), QString(), QString());
+        const RestartAnalysis analysis =
+            service.analyze(std::nullopt, appsNamed({"zed", "Éclair", "Alpha", "beta", "alpha"})).result();
+        QCOMPARE(analysis.findings.size(), 1);
+        QCOMPARE(analysis.findings[0].title, "5 apps are open and will be asked to quit");
+        QCOMPARE(listedLines(analysis.findings[0]), QStringList{"Alpha, alpha, beta, Éclair, zed"});
+    }
+
+    void newestStallReport_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("chosen"); // null: none
+        QTest::addRow("other diagnostic reports only")
+            << QStringList{"Safari_2026-11-19-101500_Mac.crash", "x_2026-11-19.shutdownstall.txt"}
+            << QString();
+        QTest::addRow("upper-case suffix")
+            << QStringList{"Mail_2026-11-19.hang", "loginwindow_2026-01-02.SHUTDOWNSTALL"}
+            << "loginwindow_2026-01-02.SHUTDOWNSTALL";
+        QTest::addRow("the name that sorts last, whatever the file dates")
+            << QStringList{"loginwindow_2026-11-19-220531_Mac.shutdownStall",
+                           "loginwindow_2025-02-01-080000_Mac.shutdownStall",
+                           "loginwindow_2026-11-20-090000_Mac.shutdownStall"}
+            << "loginwindow_2026-11-20-090000_Mac.shutdownStall";
+    }
+    void newestStallReport()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QString, chosen);
+        QTemporaryDir reports;
+        QVERIFY(reports.isValid());
+        for (const QString &name : files)
+            touch(reports.filePath(name));
+        QVERIFY(QDir(reports.path()).mkdir("zz_2026-12-31.shutdownstall")); // folders are not reports
+        // The file written last is not the newest by name.
+        QFile(reports.filePath(files.first()))
+            .setFileTime(QDateTime::currentDateTime().addDays(1), QFileDevice::FileModificationTime);
+        RestartBlockerService service(QString(), QString(), reports.path());
+        const std::optional<QString> report = service.mostRecentStallReport();
+        QCOMPARE(report, chosen.isNull() ? std::nullopt : std::optional(reports.filePath(chosen)));
+    }
+
+    void stallReportDates_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("date"); // null: none
+        QTest::addRow("full date") << "loginwindow_2024-03-07-101500_Mac.shutdownStall"
+                                   << "on March 7, 2024";
+        QTest::addRow("short month and day") << "x_2024-3-7_y.shutdownStall"
+                                             << "on March 7, 2024";
+        QTest::addRow("first qualifying part wins") << "_x_12-1-1_2023-12-31_2024-01-01"
+                                                    << "on December 31, 2023";
+        QTest::addRow("month 0") << "x_2024-00-01_y.shutdownStall" << QString();
+        QTest::addRow("month 13") << "x_2024-13-01_y.shutdownStall" << QString();
+        QTest::addRow("extension glued to the day") << "x_2024-03-07.shutdownStall" << QString();
+        QTest::addRow("only two pieces") << "x_2024-03_y.shutdownStall" << QString();
+        QTest::addRow("no date part") << "loginwindow.shutdownStall" << QString();
+    }
+    void stallReportDates()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(QString, date);
+        const std::optional<QString> read = RestartBlockerService::dateFromStallFilename(fileName);
+        QCOMPARE(read, date.isNull() ? std::nullopt : std::optional(date));
+        const RestartFinding finding = RestartBlockerService::stallFinding("/reports/" + fileName);
+        QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + (date.isNull() ? "recently" : date));
+        QVERIFY(finding.detail.contains("or more (" + fileName + "). If"));
+    }
+
+    void culpritLine()
+    {
+        QCOMPARE(RestartBlockerService::culpritFromSpindump(Fixtures::readText("spindump-decoded.txt")),
+                 std::optional<QString>("backupd [1180]"));
+        QCOMPARE(RestartBlockerService::culpritFromSpindump(u"process: x\n Process:\t\n"), std::nullopt);
+    }
+
+    void decodeCleansUpAfterItself_data()
+    {
+        QTest::addColumn<QByteArray>("decoded"); // null: spindump writes nothing
+        QTest::addColumn<QString>("culprit");    // null: none
+        QTest::addRow("decoded report") << Fixtures::read("spindump-decoded.txt") << "backupd [1180]";
+        QTest::addRow("no output") << QByteArray() << QString();
+        QTest::addRow("output without a process line") << QByteArray("Duration: 36s\n") << QString();
+    }
+    void decodeCleansUpAfterItself()
+    {
+        QFETCH(QByteArray, decoded);
+        QFETCH(QString, culprit);
+        FakeToolDir fake;
+        QVERIFY(fake.isValid());
+        if (!decoded.isNull())
+            fake.setOutput("spindump", decoded);
+        const QString report = "/reports/" + stallReportName;
+        // A link planted where a predictable name in the shared folder would be must not be followed.
+        QTemporaryDir elsewhere;
+        const QString target = elsewhere.filePath("precious.txt");
+        touch(target, "keep me\n");
+        const QString planted = QDir::temp().filePath(RestartBlockerService::decodeFileName(report));
+        QFile::remove(planted);
+        QVERIFY(QFile::link(target, planted));
+        const auto removePlanted = qScopeGuard([&] { QFile::remove(planted); });
+
+        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), QString());
+        const std::optional<QString> result = service.decodeStallReport(report).result();
+        QCOMPARE(result, culprit.isNull() ? std::nullopt : std::optional(culprit));
+
+        QFile kept(target);
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), "keep me\n");
+        QVERIFY(QFileInfo(planted).isSymLink());
+        const QStringList outputs = fake.spindumpOutputPaths();
+        QCOMPARE(outputs.size(), 1);
+        const QFileInfo output(outputs[0]);
+        QCOMPARE(output.fileName(), RestartBlockerService::decodeFileName(report));
+        QVERIFY2(!output.exists() && !QFileInfo::exists(output.absolutePath()), "left behind");
+    }
+
+    void decodeWithoutTheTool()
+    {
+        RestartBlockerService service(QString(), QStringLiteral("/nonexistent/spindump"), QString());
+        QCOMPARE(service.decodeStallReport("/reports/" + stallReportName).result(), std::nullopt);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRestartService)
+#include "tst_restartservice.moc"
