@@ -1,0 +1,74 @@
+#include "report/ReportRunner.h"
+
+#include "details/DetailsClipboard.h"
+#include "report/ReportJson.h"
+#include "restart/RestartClipboard.h"
+#include "restart/RestartModel.h"
+#include "summary/AssertionsModel.h"
+#include "summary/SummaryClipboard.h"
+
+#include <QCoroSignal>
+#include <QJsonDocument>
+
+namespace lullwick {
+
+ReportRunner::ReportRunner(ReportOptions options)
+    : m_options(options), m_assertions(std::make_unique<AssertionsModel>())
+{
+    if (m_options.mode == ReportOptions::Mode::restart)
+        m_restart = std::make_unique<RestartModel>();
+}
+
+ReportRunner::~ReportRunner() = default;
+
+QCoro::Task<ReportOutcome> ReportRunner::run()
+{
+    // Both start at once: each model has its own pmset service, so neither waits for the other.
+    m_assertions->refresh();
+    if (m_restart)
+        m_restart->analyze();
+    while (m_assertions->isFetching())
+        co_await qCoro(m_assertions.get(), &AssertionsModel::isFetchingChanged);
+    while (m_restart && m_restart->isAnalyzing())
+        co_await qCoro(m_restart.get(), &RestartModel::isAnalyzingChanged);
+    co_return outcome();
+}
+
+ReportOutcome ReportRunner::outcome() const
+{
+    if (const std::optional<QString> &error = m_assertions->lastError()) {
+        QByteArray text = error->toUtf8();
+        if (!text.endsWith('\n'))
+            text += '\n';
+        return {{}, text, ReportOptions::pmsetFailed};
+    }
+    const bool blocked = std::any_of(allSleepKinds.cbegin(), allSleepKinds.cend(), [this](SleepKind kind) {
+        return m_options.failIfBlocked.contains(kind) && !m_assertions->snapshot()->blockers(kind).isEmpty();
+    });
+    return {render(), {}, blocked ? ReportOptions::blocked : ReportOptions::ok};
+}
+
+QByteArray ReportRunner::render() const
+{
+    using Mode = ReportOptions::Mode;
+    const AssertionsSnapshot &snapshot = *m_assertions->snapshot();
+    if (m_options.json) {
+        QJsonObject document = ReportJson::reading(snapshot, m_assertions->resolvedNames());
+        if (m_options.mode == Mode::restart)
+            document.insert(QStringLiteral("restart"), ReportJson::restart(*m_restart->analysis()));
+        if (m_options.mode == Mode::details)
+            document.insert(QStringLiteral("raw"), ReportJson::raw(snapshot, m_assertions->settingsRaw()));
+        return QJsonDocument(document).toJson(QJsonDocument::Indented);
+    }
+    switch (m_options.mode) {
+    case Mode::summary:
+        return SummaryClipboard::text(snapshot, m_assertions->resolvedNames()).toUtf8();
+    case Mode::details:
+        return DetailsClipboard::text(snapshot, m_assertions->settingsRaw()).toUtf8();
+    case Mode::restart:
+        return RestartClipboard::text(m_restart->analysis()).toUtf8();
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace lullwick

@@ -1,0 +1,29 @@
+#include "summary/SummaryVerdict.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace lullwick {
+
+SummaryVerdict SummaryVerdict::of(const AssertionsSnapshot &snapshot)
+{
+    QList<SleepKind> blocked;
+    for (SleepKind kind : allSleepKinds) {
+        if (!snapshot.blockers(kind).isEmpty())
+            blocked.append(kind);
+    }
+    return SummaryVerdict(std::move(blocked));
+}
+
+QString SummaryVerdict::text() const
+{
+    if (m_blocked.isEmpty())
+        return u"Nothing is preventing your Mac from sleeping."_s;
+    QStringList labels;
+    for (SleepKind kind : m_blocked)
+        labels.append(rawValue(kind).toLower());
+    return u"Currently blocking: "_s + labels.join(u", "_s) + u'.';
+}
+
+} // namespace lullwick
