@@ -4,6 +4,7 @@
 #include "platform/Workspace.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
+#include "summary/SummaryVerdict.h"
 #include "ui/Card.h"
 #include "ui/DisclosureGroup.h"
 #include "ui/Icons.h"
@@ -170,20 +171,14 @@ void SummaryView::rebuild()
     m_shownNames = m_model->resolvedNames();
 
     if (const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot()) {
-        QStringList blocked;
-        for (SleepKind kind : allSleepKinds) {
+        for (SleepKind kind : allSleepKinds)
             m_kindBlocks[size_t(kind)] = makeSleepBlock(kind, *snapshot);
-            if (!snapshot->blockers(kind).isEmpty())
-                blocked << rawValue(kind).toLower();
-        }
-        if (blocked.isEmpty()) {
-            m_verdictIcon->setSymbol(u"moon.zzz"_s, Role::green);
-            m_verdictText->setText(u"Nothing is preventing your Mac from sleeping."_s);
-        } else {
-            m_verdictIcon->setSymbol(u"exclamationmark.triangle.fill"_s, Role::orange);
-            m_verdictText->setText(u"Currently blocking: "_s + blocked.join(u", "_s) + u'.');
-        }
-        NamedColor::bindForeground(m_verdictText, blocked.isEmpty() ? Role::green : Role::orange);
+        const SummaryVerdict verdict = SummaryVerdict::of(*snapshot);
+        const bool clear = verdict.blockedKinds().isEmpty();
+        m_verdictIcon->setSymbol(clear ? u"moon.zzz"_s : u"exclamationmark.triangle.fill"_s,
+                                 clear ? Role::green : Role::orange);
+        m_verdictText->setText(verdict.text());
+        NamedColor::bindForeground(m_verdictText, clear ? Role::green : Role::orange);
         m_others = makeOtherAssertionsBlock(*snapshot);
         orderBlocks();
     }
