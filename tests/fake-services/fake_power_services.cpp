@@ -113,16 +113,18 @@ int main(int argc, char *argv[])
     const struct {
         const char *app, *reason;
         uint flags;
-        QString client;
-    } inhibitors[] = {{"org.gnome.Totem", "Playing a video", 8, gsm + "/Client1"},
-                      {"firefox", "Downloading files", 4, "/"},
-                      {"org.gnome.TextEditor", "Unsaved documents", 1, "/"}};
+        const char *client; // under the session manager's path; empty: no client
+    } inhibitors[] = {{"org.gnome.Totem", "Playing a video", 8, "/Client1"},
+                      {"firefox", "Downloading files", 4, ""},
+                      {"org.gnome.TextEditor", "Unsaved documents", 1, ""}};
     for (int i = 0; i < 3; ++i) {
         const QString path = gsm + "/Inhibitor" + QString::number(i + 1) + ' ';
         a[path + "GetAppId"] = QString::fromUtf8(inhibitors[i].app);
         a[path + "GetReason"] = QString::fromUtf8(inhibitors[i].reason);
         a[path + "GetFlags"] = inhibitors[i].flags;
-        a[path + "GetClientId"] = QVariant::fromValue(QDBusObjectPath(inhibitors[i].client));
+        const QString client =
+            *inhibitors[i].client ? gsm + QLatin1String(inhibitors[i].client) : QStringLiteral("/");
+        a[path + "GetClientId"] = QVariant::fromValue(QDBusObjectPath(client));
     }
     a[gsm + "/Client1 GetUnixProcessId"] = uint(getppid()); // the test plays the application
 
