@@ -14,6 +14,6 @@ ln -s "$top/tests/fake-tools/pmset" "$stage/lullwick-pmset"
 cp "$top/tests/fixtures/assertions-typical.txt" "$stage/assertions.out"
 cp "$top/tests/fixtures/settings-typical.txt" "$stage/settings.out"
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1 NO_AT_BRIDGE=0
-dbus-run-session -- xvfb-run -a -s "-screen 0 760x630x24" sh -c \
+dbus-run-session -- xvfb-run -a -s "-screen 0 760x600x24" sh -c \
     "'$stage/lullwick' & pid=\$!; /usr/bin/python3 '$top/scripts/tour.py' '$out' '$bin/grab_screen'; status=\$?; kill \$pid; exit \$status"
 ls "$out"
