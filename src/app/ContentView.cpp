@@ -19,6 +19,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -82,8 +83,10 @@ ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWi
     m_tabs->setObjectName(QStringLiteral("tabs"));
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(new SummaryView(m_model, m_tabs), tr("Summary"));
-    m_tabs->addTab(new RestartView(m_restartModel, m_tabs), tr("Restart"));
-    m_tabs->addTab(new DetailsView(m_model, m_tabs), tr("Details"));
+    // The tabs behind the first are built when first shown, so the window paints sooner.
+    m_tabs->addTab(new QWidget(m_tabs), tr("Restart"));
+    m_tabs->addTab(new QWidget(m_tabs), tr("Details"));
+    connect(m_tabs, &QTabWidget::currentChanged, this, &ContentView::buildTab);
     const char *symbols[] = {"moon.zzz", "restart.circle", "doc.text.magnifyingglass"};
     for (int i = 0; i < m_tabs->count(); ++i)
         m_tabs->setTabIcon(i,
@@ -103,6 +106,23 @@ ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWi
 }
 
 ContentView::~ContentView() = default;
+
+void ContentView::buildTab(int index)
+{
+    if (index == 0 || m_built[index])
+        return;
+    m_built[index] = true;
+    QWidget *view = index == int(Tab::restart) ? static_cast<QWidget *>(new RestartView(m_restartModel))
+                                               : new DetailsView(m_model);
+    const QIcon icon = m_tabs->tabIcon(index);
+    const QString label = m_tabs->tabText(index);
+    QWidget *placeholder = m_tabs->widget(index);
+    const QSignalBlocker quiet(m_tabs); // the swap must not look like the user changing tabs
+    m_tabs->removeTab(index);
+    m_tabs->insertTab(index, view, icon, label);
+    m_tabs->setCurrentIndex(index);
+    delete placeholder;
+}
 
 ContentView::Tab ContentView::selectedTab() const
 {

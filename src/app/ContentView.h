@@ -42,10 +42,12 @@ protected:
 private:
     void updateHeader();
     void refresh();
+    void buildTab(int index);
 
     AssertionsModel *m_model;
     RestartModel *m_restartModel;
     bool m_firstShown = false;
+    bool m_built[3] = {true, false, false};
     QLabel *m_status = nullptr;
     Spinner *m_spinner = nullptr;
     QPushButton *m_copy = nullptr;
