@@ -1,6 +1,7 @@
 #include "details/DetailsView.h"
 
 #include "summary/AssertionsModel.h"
+#include "ui/ScrollPage.h"
 #include "ui/SelectableText.h"
 #include "ui/TextStyle.h"
 
@@ -117,16 +118,7 @@ void coloredText(QTextDocument *document, const QString &output, const QPalette 
 DetailsView::DetailsView(AssertionsModel *model, QWidget *parent) : QScrollArea(parent), m_model(model)
 {
     setObjectName(u"detailsView"_s);
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    viewport()->setBackgroundRole(QPalette::Window);
-
-    auto *page = new QWidget;
-    auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(20, 20, 20, 20);
-    column->setSpacing(18);
-    setWidget(page);
+    QVBoxLayout *column = ScrollPage::setUp(this);
     m_assertions = makeSection(u"pmset -g assertions"_s, u"assertions"_s);
     m_settings = makeSection(u"pmset -g"_s, u"settings"_s);
     column->addStretch();

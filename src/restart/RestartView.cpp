@@ -6,6 +6,7 @@
 #include "restart/RestartVerdict.h"
 #include "ui/Card.h"
 #include "ui/Icons.h"
+#include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
 
 #include <QEvent>
@@ -102,15 +103,7 @@ QProgressBar *busyIndicator(const QString &objectName, const QString &accessible
 RestartView::RestartView(RestartModel *model, QWidget *parent) : QScrollArea(parent), m_model(model)
 {
     setObjectName(u"restartView"_s);
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    viewport()->setBackgroundRole(QPalette::Window);
-
-    auto *page = new QWidget;
-    auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(20, 20, 20, 20);
-    column->setSpacing(18);
+    QVBoxLayout *column = ScrollPage::setUp(this);
 
     QLabel *intro = TextStyle::label(
         u"When you choose Restart and nothing happens—or an update won't install because it can't "
@@ -138,7 +131,6 @@ RestartView::RestartView(RestartModel *model, QWidget *parent) : QScrollArea(par
     m_hint->setObjectName(u"analyzeHint"_s);
     column->addWidget(m_hint);
     column->addStretch();
-    setWidget(page);
 
     connect(m_model, &RestartModel::analysisChanged, this, &RestartView::showAnalysis);
     connect(m_model, &RestartModel::isAnalyzingChanged, this, &RestartView::showAnalyzing);

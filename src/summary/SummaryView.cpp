@@ -9,6 +9,7 @@
 #include "ui/DisclosureGroup.h"
 #include "ui/Icons.h"
 #include "ui/LinkButton.h"
+#include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
 
 #include <QCheckBox>
@@ -99,15 +100,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
                                                       {SleepKind::display, true}}
 {
     setObjectName(u"summaryView"_s);
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    viewport()->setBackgroundRole(QPalette::Window);
-
-    auto *page = new QWidget;
-    auto *column = new QVBoxLayout(page);
-    column->setContentsMargins(20, 20, 20, 20);
-    column->setSpacing(18);
+    QVBoxLayout *column = ScrollPage::setUp(this);
 
     m_errorBox = makeErrorBox();
     column->addWidget(m_errorBox);
@@ -134,7 +127,6 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     content->addWidget(makeWhereToLookNext());
     column->addWidget(m_content);
     column->addStretch();
-    setWidget(page);
 
     connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::rebuild);
     connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);

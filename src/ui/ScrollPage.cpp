@@ -1,0 +1,22 @@
+#include "ui/ScrollPage.h"
+
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace lullwick::ScrollPage {
+
+QVBoxLayout *setUp(QScrollArea *area)
+{
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setBackgroundRole(QPalette::Window);
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(20, 20, 20, 20);
+    column->setSpacing(18);
+    area->setWidget(page);
+    return column;
+}
+
+} // namespace lullwick::ScrollPage
