@@ -13,7 +13,6 @@ public:
     void setSnapshot(AssertionsSnapshot snapshot) { m_model.setSnapshot(std::move(snapshot)); }
     void setSettingsRaw(QString text) { m_model.setSettingsRaw(std::move(text)); }
     void setLastError(std::optional<QString> error) { m_model.setLastError(std::move(error)); }
-    void setResolvedNames(ResolvedNames names) { m_model.setResolvedNames(std::move(names)); }
     /// One name arriving, as a look-up stores it.
     void storeResolvedName(qint64 pid, QString name) { m_model.storeResolvedName(pid, std::move(name)); }
 

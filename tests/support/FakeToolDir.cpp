@@ -1,23 +1,17 @@
 #include "FakeToolDir.h"
 
-#include "Fixtures.h"
-
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QFile>
 #include <QThread>
 
-namespace {
-const QString fakeToolsDir = QStringLiteral(LULLWICK_FAKE_TOOLS_DIR);
-}
+using namespace Qt::StringLiterals;
 
 FakeToolDir::FakeToolDir()
 {
     m_valid = m_dir.isValid();
-    for (const char *tool : {"pmset", "ps", "log", "spindump"}) {
-        const QString name = QString::fromLatin1(tool);
-        m_valid = m_valid && QFile::link(fakeToolsDir + u'/' + name, m_dir.filePath(name));
-    }
+    for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s})
+        m_valid =
+            m_valid && QFile::link(QStringLiteral(LULLWICK_FAKE_TOOLS_DIR "/") + tool, m_dir.filePath(tool));
 }
 
 void FakeToolDir::write(const QString &name, const QByteArray &bytes) const
@@ -27,55 +21,18 @@ void FakeToolDir::write(const QString &name, const QByteArray &bytes) const
         qFatal("cannot write fake tool file %s", qPrintable(file.fileName()));
 }
 
-void FakeToolDir::setOutput(const QString &call, const QByteArray &bytes) const
+QByteArray FakeToolDir::read(const QString &name) const
 {
-    write(call + QStringLiteral(".out"), bytes);
-}
-
-void FakeToolDir::setOutputFromFixture(const QString &call, const QString &fixtureName) const
-{
-    setOutput(call, Fixtures::read(fixtureName));
-}
-
-void FakeToolDir::setErrorOutput(const QString &call, const QByteArray &bytes) const
-{
-    write(call + QStringLiteral(".err"), bytes);
-}
-
-void FakeToolDir::setExitStatus(const QString &call, int status) const
-{
-    write(call + QStringLiteral(".status"), QByteArray::number(status));
-}
-
-void FakeToolDir::setSleep(const QString &call, double seconds) const
-{
-    write(call + QStringLiteral(".sleep"), QByteArray::number(seconds, 'f', 3));
-}
-
-void FakeToolDir::setKilledBy(const QString &call, int signal) const
-{
-    write(call + QStringLiteral(".signal"), QByteArray::number(signal));
-}
-
-void FakeToolDir::hold(const QString &call) const
-{
-    write(call + QStringLiteral(".hold"), {});
-}
-
-void FakeToolDir::release(const QString &call) const
-{
-    QFile::remove(m_dir.filePath(call + QStringLiteral(".hold")));
+    QFile file(m_dir.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 bool FakeToolDir::waitForStart(const QString &call) const
 {
-    const QDeadlineTimer deadline(20'000);
-    while (!deadline.hasExpired()) {
-        for (const Call &c : pmsetCalls()) {
-            if (c.call == call)
-                return true;
-        }
-        QThread::msleep(2);
+    const auto started = [&](const Call &c) { return c.call == call; };
+    for (const QDeadlineTimer deadline(20'000); !deadline.hasExpired(); QThread::msleep(2)) {
+        if (std::ranges::any_of(pmsetCalls(), started))
+            return true;
     }
     return false;
 }
@@ -88,11 +45,6 @@ void FakeToolDir::setProcessTable(const QHash<qint64, QString> &table) const
     write(QStringLiteral("ps.table"), lines);
 }
 
-void FakeToolDir::setPsOutput(const QByteArray &bytes) const
-{
-    write(QStringLiteral("ps.out"), bytes);
-}
-
 QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
 {
     QList<Call> calls = toolCalls();
@@ -100,22 +52,11 @@ QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
     return calls;
 }
 
-QStringList FakeToolDir::spindumpOutputPaths() const
-{
-    QFile file(m_dir.filePath(QStringLiteral("spindump.log")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
-}
-
 QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
 {
-    QFile file(m_dir.filePath(QStringLiteral("calls.log")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
     QList<Call> calls;
     // Lines are "start CALL NS PID" and "end CALL NS"; an end belongs to the latest open call of its name.
-    for (const QByteArray &line : file.readAll().split('\n')) {
+    for (const QByteArray &line : read(QStringLiteral("calls.log")).split('\n')) {
         const QList<QByteArray> words = line.split(' ');
         if (words.size() < 3)
             continue;
@@ -123,14 +64,12 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
         const qint64 ns = words[2].toLongLong();
         if (words[0] == "start") {
             calls.append({call, ns, 0, words.value(3).toLongLong()});
-        } else {
-            for (qsizetype i = calls.size() - 1; i >= 0; --i) {
-                if (calls[i].call == call && calls[i].endNs == 0) {
-                    calls[i].endNs = ns;
-                    break;
-                }
-            }
+            continue;
         }
+        const auto open = std::find_if(calls.rbegin(), calls.rend(),
+                                       [&](const Call &c) { return c.call == call && c.endNs == 0; });
+        if (open != calls.rend())
+            open->endNs = ns;
     }
     return calls;
 }
@@ -138,8 +77,7 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
 bool FakeToolDir::processGroupAlive(qint64 pgid)
 {
     // Orphans are not always reaped at once here, so a zombie counts as gone.
-    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString &entry : entries) {
+    for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         QFile stat(QStringLiteral("/proc/%1/stat").arg(entry));
         if (!stat.open(QIODevice::ReadOnly))
             continue;
@@ -154,13 +92,9 @@ bool FakeToolDir::processGroupAlive(qint64 pgid)
 
 QList<qint64> FakeToolDir::psQueries() const
 {
-    QFile file(m_dir.filePath(QStringLiteral("ps.log")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
     QList<qint64> pids;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        if (!line.isEmpty())
-            pids.append(line.toLongLong());
-    }
+    for (const QString &line :
+         QString::fromLatin1(read(QStringLiteral("ps.log"))).split(u'\n', Qt::SkipEmptyParts))
+        pids.append(line.toLongLong());
     return pids;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Fixtures.h"
+
 #include <QByteArray>
+#include <QFile>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -22,24 +25,36 @@ public:
 
     // `call` is "assertions" (pmset -g assertions), "settings" (pmset -g), "log" (the loginwindow
     // query; it fails unless given an output) or "spindump" (its output is the decoded text it writes).
-    void setOutput(const QString &call, const QByteArray &bytes) const;
-    void setOutputFromFixture(const QString &call, const QString &fixtureName) const;
-    void setErrorOutput(const QString &call, const QByteArray &bytes) const;
-    void setExitStatus(const QString &call, int status) const;
-    void setSleep(const QString &call, double seconds) const;
+    void setOutput(const QString &call, const QByteArray &bytes) const { write(call + ".out", bytes); }
+    void setOutputFromFixture(const QString &call, const QString &fixture) const
+    {
+        setOutput(call, Fixtures::read(fixture));
+    }
+    void setErrorOutput(const QString &call, const QByteArray &bytes) const { write(call + ".err", bytes); }
+    void setExitStatus(const QString &call, int status) const
+    {
+        write(call + ".status", QByteArray::number(status));
+    }
+    void setSleep(const QString &call, double seconds) const
+    {
+        write(call + ".sleep", QByteArray::number(seconds, 'f', 3));
+    }
     /// After writing its output, the call kills itself with `signal`.
-    void setKilledBy(const QString &call, int signal) const;
+    void setKilledBy(const QString &call, int signal) const
+    {
+        write(call + ".signal", QByteArray::number(signal));
+    }
 
     /// Holds the call, once started, until release(); a held call gives up after about 20 s.
-    void hold(const QString &call) const;
-    void release(const QString &call) const;
+    void hold(const QString &call) const { write(call + ".hold", {}); }
+    void release(const QString &call) const { QFile::remove(m_dir.filePath(call + ".hold")); }
     /// Blocks the calling thread, without running its event loop, until the call has started.
     [[nodiscard]] bool waitForStart(const QString &call) const;
 
     /// The PID-to-path table the fake ps answers from.
     void setProcessTable(const QHash<qint64, QString> &table) const;
     /// Bytes the fake ps prints whatever it is asked.
-    void setPsOutput(const QByteArray &bytes) const;
+    void setPsOutput(const QByteArray &bytes) const { write(QStringLiteral("ps.out"), bytes); }
 
     /// One entry per pmset call, in the order they were started; `endNs` is 0 while it runs.
     struct Call {
@@ -52,7 +67,10 @@ public:
     /// Like `pmsetCalls`, for every scripted tool ("log" and "spindump" included).
     [[nodiscard]] QList<Call> toolCalls() const;
     /// The output paths spindump was given, in order.
-    [[nodiscard]] QStringList spindumpOutputPaths() const;
+    [[nodiscard]] QStringList spindumpOutputPaths() const
+    {
+        return QString::fromUtf8(read(QStringLiteral("spindump.log"))).split(u'\n', Qt::SkipEmptyParts);
+    }
     /// Whether any live (not zombie) process is left in the process group `pgid`.
     [[nodiscard]] static bool processGroupAlive(qint64 pgid);
     /// The PIDs the fake ps was asked for, in order.
@@ -60,6 +78,8 @@ public:
 
 private:
     void write(const QString &name, const QByteArray &bytes) const;
+    /// The file's bytes, or none when a tool has not written it.
+    [[nodiscard]] QByteArray read(const QString &name) const;
 
     QTemporaryDir m_dir;
     bool m_valid = false;

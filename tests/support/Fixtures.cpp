@@ -4,22 +4,12 @@
 
 namespace Fixtures {
 
-QString path(const QString &name)
-{
-    return QStringLiteral(LULLWICK_FIXTURES_DIR "/") + name;
-}
-
 QByteArray read(const QString &name)
 {
-    QFile file(path(name));
+    QFile file(QStringLiteral(LULLWICK_FIXTURES_DIR "/") + name);
     if (!file.open(QIODevice::ReadOnly))
         qFatal("missing fixture %s", qPrintable(name));
     return file.readAll();
-}
-
-QString readText(const QString &name)
-{
-    return QString::fromUtf8(read(name));
 }
 
 QByteArray generatedAssertions(int count, int createdForPIDs)

@@ -6,9 +6,11 @@
 /// Captured tool output kept under tests/fixtures.
 namespace Fixtures {
 
-[[nodiscard]] QString path(const QString &name);
 [[nodiscard]] QByteArray read(const QString &name);
-[[nodiscard]] QString readText(const QString &name);
+[[nodiscard]] inline QString readText(const QString &name)
+{
+    return QString::fromUtf8(read(name));
+}
 
 /// A `pmset -g assertions` listing with `count` per-process lines, each followed by
 /// continuation lines; every fourth assertion is created for one of `createdForPIDs` PIDs.
