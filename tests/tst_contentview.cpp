@@ -26,8 +26,7 @@ ContentView *contentOver(const FakeToolDir &fake)
 {
     return new ContentView(new AssertionsModel(fake.pmsetPath(), fake.psPath()),
                            new RestartModel([] { return QList<RunningAppInfo>{}; }, fake.pmsetPath(),
-                                            fake.logPath(), fake.spindumpPath(),
-                                            fake.path() + QStringLiteral("/reports")));
+                                            fake.logPath(), fake.spindumpPath(), fake.path() + "/reports"));
 }
 
 struct Header {
@@ -39,10 +38,8 @@ struct Header {
 
 Header headerOf(const ContentView &view)
 {
-    return {view.findChild<QLabel *>(QStringLiteral("status")),
-            view.findChild<QWidget *>(QStringLiteral("spinner")),
-            view.findChild<QPushButton *>(QStringLiteral("copy")),
-            view.findChild<QPushButton *>(QStringLiteral("refresh"))};
+    return {view.findChild<QLabel *>("status"), view.findChild<QWidget *>("spinner"),
+            view.findChild<QPushButton *>("copy"), view.findChild<QPushButton *>("refresh")};
 }
 
 } // namespace
@@ -54,15 +51,15 @@ private Q_SLOTS:
     void headerFollowsTheReadings()
     {
         FakeToolDir fake;
-        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
-        fake.setSleep(QStringLiteral("assertions"), 0.5);
+        fake.setOutputFromFixture("assertions", "assertions-typical.txt");
+        fake.setSleep("assertions", 0.5);
         std::unique_ptr<ContentView> view(contentOver(fake));
         const Header h = headerOf(*view);
-        QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
+        QCOMPARE(h.status->text(), "Click Refresh to read pmset.");
 
         view->show();           // the first showing starts the first reading
         view->activateWindow(); // shortcuts belong to the active window
-        QCOMPARE(h.status->text(), QStringLiteral("Reading pmset…"));
+        QCOMPARE(h.status->text(), "Reading pmset…");
         QVERIFY(h.spinner->isVisible());
         QVERIFY(!h.copy->isEnabled());
         QVERIFY(!h.refresh->isEnabled());
@@ -73,14 +70,14 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(view.get()));
         QCOMPARE(fake.pmsetCalls().size(), 2); // one assertions and one settings read, no more
         const QString lastChecked =
-            QStringLiteral("Last checked ") + DateFormat::standardTime(view->model()->snapshot()->capturedAt);
+            "Last checked " + DateFormat::standardTime(view->model()->snapshot()->capturedAt);
         QCOMPARE(h.status->text(), lastChecked);
         QVERIFY(!h.spinner->isVisible());
         QVERIFY(h.copy->isEnabled() && h.refresh->isEnabled());
 
         // A failed reading leaves the time of the last success in place.
-        fake.setSleep(QStringLiteral("assertions"), 0);
-        fake.setExitStatus(QStringLiteral("assertions"), 1);
+        fake.setSleep("assertions", 0);
+        fake.setExitStatus("assertions", 1);
         QSignalSpy fetching(view->model(), &AssertionsModel::isFetchingChanged);
         QTest::keyClick(view->windowHandle(), Qt::Key_R, Qt::ControlModifier);
         QTRY_COMPARE_WITH_TIMEOUT(fetching.count(), 2, 10'000); // started and ended
@@ -92,12 +89,12 @@ private Q_SLOTS:
     void failedFirstReadingInvitesARefresh()
     {
         FakeToolDir fake;
-        fake.setExitStatus(QStringLiteral("assertions"), 1);
+        fake.setExitStatus("assertions", 1);
         std::unique_ptr<ContentView> view(contentOver(fake));
         view->show();
         QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
         const Header h = headerOf(*view);
-        QCOMPARE(h.status->text(), QStringLiteral("Click Refresh to read pmset."));
+        QCOMPARE(h.status->text(), "Click Refresh to read pmset.");
         for (ContentView::Tab tab :
              {ContentView::Tab::summary, ContentView::Tab::restart, ContentView::Tab::details}) {
             view->setSelectedTab(tab);
@@ -113,17 +110,18 @@ private Q_SLOTS:
         QTest::addRow("restart, before any analysis") << ContentView::Tab::restart;
         QTest::addRow("details") << ContentView::Tab::details;
     }
+    // Also: the tab's and the header's buttons are named by their labels, and the window is pictured.
     void copyPutsTheVisibleTabsText()
     {
         QFETCH(ContentView::Tab, tab);
         FakeToolDir fake;
-        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
-        fake.setOutputFromFixture(QStringLiteral("settings"), QStringLiteral("settings-typical.txt"));
+        fake.setOutputFromFixture("assertions", "assertions-typical.txt");
+        fake.setOutputFromFixture("settings", "settings-typical.txt");
         std::unique_ptr<ContentView> view(contentOver(fake));
         view->show();
         QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
         view->setSelectedTab(tab);
-        QGuiApplication::clipboard()->setText(QStringLiteral("what was there before"));
+        QGuiApplication::clipboard()->setText("what was there before");
         headerOf(*view).copy->click();
 
         const AssertionsModel &m = *view->model();
@@ -132,13 +130,24 @@ private Q_SLOTS:
             : tab == ContentView::Tab::restart ? RestartClipboard::text(view->restartModel()->analysis())
                                                : DetailsClipboard::text(m.snapshot(), m.settingsRaw());
         QCOMPARE(QGuiApplication::clipboard()->text(), expected);
+
+        const QList<QAbstractButton *> buttons = view->findChildren<QAbstractButton *>();
+        QVERIFY(buttons.size() > 3);
+        for (QAbstractButton *button : buttons) {
+            if (!button->text().isEmpty())
+                QCOMPARE(button->accessibleName(), button->text().remove(u'&'));
+        }
+        const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
+        const QString name = QMetaEnum::fromType<ContentView::Tab>().valueToKey(int(tab));
+        view->resize(760, 600);
+        QVERIFY(QDir().mkpath(shots) && view->grab().save(shots + "/content-" + name + ".png"));
     }
 
     void windowKeepsItsSizesAndMenu()
     {
         FakeToolDir fake;
-        LullwickApp app(contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
-        QCOMPARE(app.window().windowTitle(), QStringLiteral("Lullwick"));
+        LullwickApp app(contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), "0.1.0"));
+        QCOMPARE(app.window().windowTitle(), "Lullwick");
         QCOMPARE(app.window().size(), QSize(760, 600));
         app.window().resize(300, 200);
         QCOMPARE(app.window().size(), QSize(640, 480));
@@ -146,18 +155,17 @@ private Q_SLOTS:
         for (QAction *menu : app.window().menuBar()->actions())
             for (QAction *item : menu->menu()->actions())
                 items << item->text();
-        QCOMPARE(items,
-                 (QStringList{QStringLiteral("About Lullwick"), QStringLiteral("Check for Updates…")}));
+        QCOMPARE(items, (QStringList{"About Lullwick", "Check for Updates…"}));
     }
 
     void closingWhileAToolHangsEndsIt()
     {
         FakeToolDir fake;
-        fake.setSleep(QStringLiteral("assertions"), 60);
-        auto app = std::make_unique<LullwickApp>(
-            contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), QStringLiteral("0.1.0")));
+        fake.setSleep("assertions", 60);
+        auto app =
+            std::make_unique<LullwickApp>(contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), "0.1.0"));
         app->window().show();
-        QVERIFY(fake.waitForStart(QStringLiteral("assertions")));
+        QVERIFY(fake.waitForStart("assertions"));
         QElapsedTimer closing;
         closing.start();
         app->window().close();
@@ -167,30 +175,6 @@ private Q_SLOTS:
         const QList<FakeToolDir::Call> calls = fake.pmsetCalls();
         QCOMPARE(calls.size(), 1); // the queued settings read never started
         QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(calls[0].pid), 1000);
-    }
-
-    void everyButtonIsNamedByItsLabel()
-    {
-        FakeToolDir fake;
-        fake.setOutputFromFixture(QStringLiteral("assertions"), QStringLiteral("assertions-typical.txt"));
-        std::unique_ptr<ContentView> view(contentOver(fake));
-        view->show();
-        QTRY_VERIFY_WITH_TIMEOUT(!view->model()->isFetching(), 10'000);
-        const QList<QAbstractButton *> buttons = view->findChildren<QAbstractButton *>();
-        QVERIFY(buttons.size() > 3);
-        for (QAbstractButton *button : buttons) {
-            if (!button->text().isEmpty())
-                QCOMPARE(button->accessibleName(), button->text().remove(u'&'));
-        }
-        const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
-        QDir().mkpath(shots);
-        for (int tab = 0; tab < 3; ++tab) {
-            view->setSelectedTab(ContentView::Tab(tab));
-            view->resize(760, 600);
-            const char *names[] = {"summary", "restart", "details"};
-            QVERIFY(
-                view->grab().save(QStringLiteral("%1/content-%2.png").arg(shots, QLatin1String(names[tab]))));
-        }
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QtTest>
 
 using namespace lullwick;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -109,40 +110,38 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reason");
         QTest::addColumn<QString>("word");
         QTest::addColumn<QString>("blocked");
-        QTest::addColumn<bool>("exitedHolder");
-        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("name");        // the exited process is named by its lock's taker
         QTest::addColumn<bool>("createdForTest"); // the fake names this test as its client
         QTest::addColumn<QString>("extra");
         const auto row = [](const char *title, const QString &reason, const QString &word,
-                            const char *blocked, bool exitedHolder, const QString &name, bool createdForTest,
+                            const char *blocked, const QString &name, bool createdForTest,
                             const QString &extra) {
             QTest::addRow("%s", title)
-                << reason << word << QString(blocked) << exitedHolder << name << createdForTest << extra;
+                << reason << word << QString(blocked) << name << createdForTest << extra;
         };
         row("logind idle lock keeps idle and display sleep off", "Playing video",
-            "PreventUserIdleDisplaySleep", "ID", false, fakeName, false, "Who: GNOME Shell (uid 1000)");
+            "PreventUserIdleDisplaySleep", "ID", fakeName, false, "Who: GNOME Shell (uid 1000)");
         row("logind sleep lock; quotes turn typographic, non-ASCII stays",
-            "Copying ”photos” to Bücher – 東京", "PreventSystemSleep", "ISD", false, fakeName, false,
-            "Mode: block");
+            "Copying ”photos” to Bücher – 東京", "PreventSystemSleep", "ISD", fakeName, false, "Mode: block");
         row("logind sleep delay blocks nothing", "NetworkManager needs to turn off networks", "DelaySleep",
-            "", false, fakeName, false, "Mode: delay");
-        row("logind shutdown lock blocks no sleep", "Upgrading packages", "PreventShutdown", "", false,
-            fakeName, false, "What: shutdown");
+            "", fakeName, false, "Mode: delay");
+        row("logind shutdown lock blocks no sleep", "Upgrading packages", "PreventShutdown", "", fakeName,
+            false, "What: shutdown");
         row("lock of an exited process is named by its taker", "Left behind", "PreventSystemSleep", "ISD",
-            true, "old-job", false, "What: idle:sleep");
+            "old-job", false, "What: idle:sleep");
         row("GNOME idle inhibitor, created for its client's process", "Playing a video",
-            "PreventUserIdleDisplaySleep", "ID", false, fakeName, true, "Application: org.gnome.Totem");
+            "PreventUserIdleDisplaySleep", "ID", fakeName, true, "Application: org.gnome.Totem");
         row("GNOME suspend inhibitor without a client", "Downloading files", "PreventSystemSleep", "ISD",
-            false, fakeName, false, "Inhibits: suspend");
-        row("GNOME logout-only inhibitor blocks nothing", "Unsaved documents", "PreventLogout", "", false,
-            fakeName, false, "Inhibits: logout");
+            fakeName, false, "Inhibits: suspend");
+        row("GNOME logout-only inhibitor blocks nothing", "Unsaved documents", "PreventLogout", "", fakeName,
+            false, "Inhibits: logout");
         row("KDE inhibition names its application", "Playing media", "PreventUserIdleDisplaySleep", "ID",
-            false, fakeName, false, "Application: vlc");
+            fakeName, false, "Application: vlc");
     }
     void readsEveryInhibitor()
     {
         QFETCH(QString, reason);
-        QFETCH(bool, exitedHolder);
+        QFETCH(QString, name);
         QFETCH(bool, createdForTest);
         QFETCH(QString, extra);
         const auto it = std::find_if(m_snapshot.assertions.cbegin(), m_snapshot.assertions.cend(),
@@ -150,8 +149,8 @@ private Q_SLOTS:
         QVERIFY2(it != m_snapshot.assertions.cend(), qPrintable(m_snapshot.rawOutput));
         QTEST(it->kind.typeWord(), "word");
         QTEST(blocks(it->kind), "blocked");
-        QCOMPARE(it->pid, exitedHolder ? m_exitedPid : m_fake.processId());
-        QTEST(it->processName, "name");
+        QCOMPARE(it->pid, name == fakeName ? m_fake.processId() : m_exitedPid);
+        QCOMPARE(it->processName, name);
         QCOMPARE(it->createdForPID(),
                  createdForTest ? std::optional(QCoreApplication::applicationPid()) : std::nullopt);
         QVERIFY2(it->extras.value_or(QString()).split('\n').contains(extra), qPrintable(*it->extras));
@@ -186,37 +185,49 @@ private Q_SLOTS:
                               " HandleLidSwitch      suspend", " IdleHint             no", ""}));
     }
 
-    void missingSourcesHoldNothing_data()
+    void failingSources_data()
     {
         QTest::addColumn<QString>("system");
         QTest::addColumn<QString>("session");
+        QTest::addColumn<QString>("flag"); // null: the fake services are not started
+        QTest::addColumn<int>("status");
         QTest::addColumn<QStringList>("mentions"); // one per line of standard error, in order
         const QString nowhere = "unix:path=" + m_dir.filePath("nowhere");
-        QTest::addRow("no buses") << nowhere << nowhere << QStringList{"system bus", "session bus"};
-        QTest::addRow("buses without the services")
-            << m_empty << m_empty
+        QTest::addRow("no buses: nothing held")
+            << nowhere << nowhere << QString() << 0 << QStringList{"system bus", "session bus"};
+        QTest::addRow("buses without the services: nothing held")
+            << m_empty << m_empty << QString() << 0
             << QStringList{"org.freedesktop.login1", "org.gnome.SessionManager",
                            "org.kde.Solid.PowerManagement.PolicyAgent"};
+        QTest::addRow("logind answers with the wrong type")
+            << m_empty << m_empty << u"--malformed-logind"_s << 1 << QStringList{"malformed reply"};
+        QTest::addRow("session manager refuses")
+            << m_empty << m_empty << u"--deny-gnome"_s << 1 << QStringList{"AccessDenied"};
     }
-    void missingSourcesHoldNothing()
+    void failingSources()
     {
         QFETCH(QString, system);
         QFETCH(QString, session);
+        QFETCH(QString, flag);
+        QFETCH(int, status);
         QFETCH(QStringList, mentions);
-        QProcess run;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("DBUS_SYSTEM_BUS_ADDRESS", system);
-        environment.insert("DBUS_SESSION_BUS_ADDRESS", session);
-        run.setProcessEnvironment(environment);
+        useBuses(system, session);
+        QProcess fake, run;
+        if (!flag.isNull())
+            QVERIFY(startFake(fake, {flag}) > 0);
         run.start(standin, {"-g", "assertions"});
         QVERIFY(run.waitForFinished(30000));
-        QCOMPARE(run.exitCode(), 0);
+        fake.kill();
+        fake.waitForFinished();
+        QCOMPARE(run.exitCode(), status);
         const QStringList errors =
             QString::fromUtf8(run.readAllStandardError()).split('\n', Qt::SkipEmptyParts);
         QVERIFY2(errors.size() == mentions.size(), qPrintable(errors.join("\n")));
         for (qsizetype i = 0; i < errors.size(); ++i)
-            QVERIFY2(errors[i].contains(mentions[i]), qPrintable(errors[i]));
-
+            QVERIFY2(errors[i].startsWith("lullwick-pmset: ") && errors[i].contains(mentions[i]),
+                     qPrintable(errors[i]));
+        if (status != 0)
+            return;
         const AssertionsSnapshot snapshot =
             PMSetService::parse(QString::fromUtf8(run.readAllStandardOutput()), {});
         QVERIFY(snapshot.rawOutput.split('\n').contains("Listed by owning process:"));
@@ -226,43 +237,11 @@ private Q_SLOTS:
             QCOMPARE(counter.count, 0);
     }
 
-    void failuresExitNonZero_data()
-    {
-        QTest::addColumn<QString>("flag");
-        QTest::addColumn<QString>("reason");
-        QTest::addRow("logind answers with the wrong type") << "--malformed-logind"
-                                                            << "malformed reply";
-        QTest::addRow("session manager refuses") << "--deny-gnome"
-                                                 << "AccessDenied";
-    }
-    void failuresExitNonZero()
-    {
-        QFETCH(QString, flag);
-        QFETCH(QString, reason);
-        QProcess fake;
-        useBuses(m_empty, m_empty);
-        QVERIFY(startFake(fake, {flag}) > 0);
-        const PMSetService::Result<AssertionsSnapshot> result =
-            PMSetService(standin).fetchAssertions().result();
-        fake.kill();
-        fake.waitForFinished();
-        QVERIFY(std::holds_alternative<PMSetError>(result));
-        const QString description = std::get<PMSetError>(result).errorDescription();
-        QVERIFY2(description.startsWith("pmset exited with status 1.\n\nlullwick-pmset: ") &&
-                     description.contains(reason),
-                 qPrintable(description));
-    }
-
     void awkwardTextSurvivesTheReader()
     {
-        const InhibitorLine line{4242,
-                                 "bad: name) (x)",
-                                 "login1:7",
-                                 90061,
-                                 "PreventSystemSleep",
-                                 "say \"hi\"\nagain",
-                                 std::nullopt,
-                                 {"Who: two\nlines Created for PID: 1"}};
+        const InhibitorLine line(4242, "bad: name) (x)", "login1:7", 90061, "PreventSystemSleep",
+                                 "say \"hi\"\nagain", std::nullopt,
+                                 QStringList{"Who: two\nlines Created for PID: 1"});
         const AssertionsSnapshot snapshot = PMSetService::parse(AssertionListing::text({line}), {});
         QCOMPARE(snapshot.assertions.size(), 1);
         const Assertion &a = snapshot.assertions.first();
