@@ -5,7 +5,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;
@@ -42,18 +41,17 @@ private Q_SLOTS:
             QTest::qWait(20); // let layouts and palette changes settle
             QVERIFY(view.widget()->grab().save(shots + u'/' + name + u".png"_s));
         };
-        FakeToolDir fake;
-        QTemporaryDir reports;
+        FakeToolDir fake; // its folder holds the stall report too
         fake.setOutputFromFixture(u"assertions"_s, u"assertions-software-update.txt"_s);
         fake.setOutputFromFixture(u"log"_s, u"loginwindow-compact.txt"_s);
         fake.setOutputFromFixture(u"spindump"_s, u"spindump-decoded.txt"_s);
         fake.setSleep(u"log"_s, 0.3);
-        QFile report(reports.filePath(u"loginwindow_2026-11-19-220531_Mac.shutdownStall"_s));
+        QFile report(fake.path() + u"/loginwindow_2026-11-19-220531_Mac.shutdownStall"_s);
         QVERIFY(fake.isValid() && report.open(QIODevice::WriteOnly));
         const QList<RunningAppInfo> apps{
             {u"TextEdit"_s, {}, 301}, {u"Preview"_s, {}, 302}, {u"Pages"_s, {}, 303}};
         RestartModel model([&] { return apps; }, fake.pmsetPath(), fake.logPath(), fake.spindumpPath(),
-                           reports.path());
+                           fake.path());
         const auto settled = [&] {
             return QTest::qWaitFor([&] { return !model.isAnalyzing() && !model.isDecoding(); }, 20'000);
         };

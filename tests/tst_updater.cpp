@@ -8,6 +8,7 @@
 #include <QtTest>
 
 using namespace lullwick;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -35,12 +36,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("a");
         QTest::addColumn<QString>("b");
         QTest::addColumn<int>("order");
-        QTest::addRow("a tenth part is newer than a ninth") << "1.10"
-                                                            << "1.9" << 1;
-        QTest::addRow("missing parts read as zero") << "1.0"
-                                                    << "1" << 0;
-        QTest::addRow("older major") << "0.9.9"
-                                     << "1.0" << -1;
+        QTest::addRow("a tenth part is newer than a ninth") << u"1.10"_s << u"1.9"_s << 1;
+        QTest::addRow("missing parts read as zero") << u"1.0"_s << u"1"_s << 0;
+        QTest::addRow("older major") << u"0.9.9"_s << u"1.0"_s << -1;
     }
     void versionsCompareByNumber()
     {
@@ -56,60 +54,53 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("feedText"); // null: unreachable feed
         QTest::addColumn<QString>("headline");
         QTest::addColumn<QString>("detailStart");
-        QTest::addColumn<QString>("downloadPage"); // empty: no download button
+        QTest::addColumn<bool>("download");
+        const QString upToDate = u"You’re up to date."_s;
+        const QString newest = u"Lullwick 0.1.0 is the newest version available."_s;
+        const QString failed = u"Couldn’t check for updates."_s;
         QTest::addRow("newer version, highest of several")
-            << feed({"0.1.5", "0.2.0", "0.1.9"}) << "A new version of Lullwick is available."
-            << "Lullwick 0.2.0 is available — you have 0.1.0."
-            << "https://example.org/lullwick/0.2.0";
-        QTest::addRow("same version") << feed({"0.1.0"}) << "You’re up to date."
-                                      << "Lullwick 0.1.0 is the newest version available."
-                                      << "";
-        QTest::addRow("older version") << feed({"0.0.9"}) << "You’re up to date."
-                                       << "Lullwick 0.1.0 is the newest version available."
-                                       << "";
-        QTest::addRow("malformed feed") << QByteArray("<rss><channel><item>") << "Couldn’t check for updates."
-                                        << "The update feed at "
-                                        << "";
-        QTest::addRow("feed without versions") << feed({}) << "Couldn’t check for updates."
-                                               << "The update feed at "
-                                               << "";
-        QTest::addRow("unreachable feed") << QByteArray() << "Couldn’t check for updates."
-                                          << "Connection refused"
-                                          << "";
+            << feed({"0.1.5", "0.2.0", "0.1.9"}) << u"A new version of Lullwick is available."_s
+            << u"Lullwick 0.2.0 is available — you have 0.1.0."_s << true;
+        QTest::addRow("same version") << feed({"0.1.0"}) << upToDate << newest << false;
+        QTest::addRow("older version") << feed({"0.0.9"}) << upToDate << newest << false;
+        QTest::addRow("malformed feed")
+            << QByteArray("<rss><channel><item>") << failed << u"The update feed at "_s << false;
+        QTest::addRow("feed without versions") << feed({}) << failed << u"The update feed at "_s << false;
+        QTest::addRow("unreachable feed") << QByteArray() << failed << u"Connection refused"_s << false;
     }
     void checkAnswersInItsDialog()
     {
         QFETCH(QByteArray, feedText);
         QFETCH(QString, headline);
         QFETCH(QString, detailStart);
-        QFETCH(QString, downloadPage);
+        QFETCH(bool, download);
         QTemporaryDir dir;
-        QUrl url(QStringLiteral("http://127.0.0.1:1/appcast.xml")); // nothing listens on port 1
+        QUrl url(u"http://127.0.0.1:1/appcast.xml"_s); // nothing listens on port 1
         if (!feedText.isNull()) {
-            QFile file(dir.filePath(QStringLiteral("appcast.xml")));
+            QFile file(dir.filePath(u"appcast.xml"_s));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(feedText) == feedText.size());
             url = QUrl::fromLocalFile(file.fileName());
         }
-        FeedUpdater updater(url, QStringLiteral("0.1.0"));
+        FeedUpdater updater(url, u"0.1.0"_s);
         updater.start();
         updater.checkForUpdates();
         QVERIFY(updater.dialog());
-        auto *headlineLabel = updater.dialog()->findChild<QLabel *>(QStringLiteral("updateHeadline"));
-        auto *detail = updater.dialog()->findChild<QLabel *>(QStringLiteral("updateDetail"));
-        auto *download = updater.dialog()->findChild<QPushButton *>(QStringLiteral("updateDownload"));
-        QVERIFY(headlineLabel && detail && download);
+        auto *headlineLabel = updater.dialog()->findChild<QLabel *>(u"updateHeadline"_s);
+        auto *detail = updater.dialog()->findChild<QLabel *>(u"updateDetail"_s);
+        auto *button = updater.dialog()->findChild<QPushButton *>(u"updateDownload"_s);
+        QVERIFY(headlineLabel && detail && button);
         QTRY_COMPARE_WITH_TIMEOUT(headlineLabel->text(), headline, 10'000);
         QVERIFY2(detail->text().startsWith(detailStart), qPrintable(detail->text()));
-        QCOMPARE(download->isVisibleTo(updater.dialog()), !downloadPage.isEmpty());
+        QCOMPARE(button->isVisibleTo(updater.dialog()), download);
     }
 
     void unconfiguredBuildSaysSo()
     {
-        FeedUpdater updater(QUrl(), QStringLiteral("0.1.0"));
+        FeedUpdater updater(QUrl(), u"0.1.0"_s);
         updater.checkForUpdates();
         QVERIFY(updater.dialog() && updater.dialog()->isVisible());
-        QCOMPARE(updater.dialog()->findChild<QLabel *>(QStringLiteral("updateHeadline"))->text(),
-                 QStringLiteral("Update checks aren’t available in this build."));
+        QCOMPARE(updater.dialog()->findChild<QLabel *>(u"updateHeadline"_s)->text(),
+                 u"Update checks aren’t available in this build."_s);
     }
 };
 
