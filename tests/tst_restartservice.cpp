@@ -3,9 +3,6 @@
 #include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;
@@ -14,13 +11,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString stallReportName = QStringLiteral("loginwindow_2026-11-19-220531_Mac-Studio.shutdownStall");
-
-void touch(const QString &path, const QByteArray &bytes = {})
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
 
 AssertionsSnapshot snapshotOf(const QByteArray &listing)
 {
@@ -52,7 +42,7 @@ private Q_SLOTS:
         FakeToolDir fake; // its folder holds the stall report too
         QVERIFY(fake.isValid());
         fake.setOutputFromFixture("log", "loginwindow-compact.txt");
-        touch(fake.path() + u'/' + stallReportName);
+        Fixtures::writeFile(fake.path() + u'/' + stallReportName);
         RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path());
 
         const RestartAnalysis analysis =
@@ -176,7 +166,7 @@ private Q_SLOTS:
         QTemporaryDir reports;
         QVERIFY(reports.isValid());
         for (const QString &name : files)
-            touch(reports.filePath(name));
+            Fixtures::writeFile(reports.filePath(name));
         QVERIFY(QDir(reports.path()).mkdir("zz_2026-12-31.shutdownstall")); // folders are not reports
         // The file written last is not the newest by name.
         QFile(reports.filePath(files.first()))
@@ -232,7 +222,7 @@ private Q_SLOTS:
         // A link planted where a predictable name in the shared folder would be must not be followed.
         QTemporaryDir elsewhere;
         const QString target = elsewhere.filePath("precious.txt");
-        touch(target, "keep me\n");
+        Fixtures::writeFile(target, "keep me\n");
         const QString planted = QDir::temp().filePath(RestartBlockerService::decodeFileName(report));
         QFile::remove(planted);
         QVERIFY(QFile::link(target, planted));

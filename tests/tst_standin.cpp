@@ -1,15 +1,14 @@
+#include "Fixtures.h"
 #include "pmset/PMSetService.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
 #include "standin/TypeWords.h"
 
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;
 using namespace Qt::StringLiterals;
+using Fixtures::writeFile;
 
 namespace {
 
@@ -32,12 +31,6 @@ void useBuses(const QString &system, const QString &session)
 {
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", system.toUtf8());
     qputenv("DBUS_SESSION_BUS_ADDRESS", session.toUtf8());
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
 
 } // namespace

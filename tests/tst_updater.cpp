@@ -1,10 +1,10 @@
+#include "Fixtures.h"
 #include "platform/AppcastFeed.h"
 #include "platform/linux/FeedUpdater.h"
 
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;
@@ -77,9 +77,8 @@ private Q_SLOTS:
         QTemporaryDir dir;
         QUrl url(u"http://127.0.0.1:1/appcast.xml"_s); // nothing listens on port 1
         if (!feedText.isNull()) {
-            QFile file(dir.filePath(u"appcast.xml"_s));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(feedText) == feedText.size());
-            url = QUrl::fromLocalFile(file.fileName());
+            Fixtures::writeFile(dir.filePath(u"appcast.xml"_s), feedText);
+            url = QUrl::fromLocalFile(dir.filePath(u"appcast.xml"_s));
         }
         FeedUpdater updater(url, u"0.1.0"_s);
         updater.start();

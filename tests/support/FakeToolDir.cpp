@@ -14,13 +14,6 @@ FakeToolDir::FakeToolDir()
             m_valid && QFile::link(QStringLiteral(LULLWICK_FAKE_TOOLS_DIR "/") + tool, m_dir.filePath(tool));
 }
 
-void FakeToolDir::write(const QString &name, const QByteArray &bytes) const
-{
-    QFile file(m_dir.filePath(name));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
-        qFatal("cannot write fake tool file %s", qPrintable(file.fileName()));
-}
-
 QByteArray FakeToolDir::read(const QString &name) const
 {
     QFile file(m_dir.filePath(name));

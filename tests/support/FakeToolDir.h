@@ -77,7 +77,10 @@ public:
     [[nodiscard]] QList<qint64> psQueries() const;
 
 private:
-    void write(const QString &name, const QByteArray &bytes) const;
+    void write(const QString &name, const QByteArray &bytes) const
+    {
+        Fixtures::writeFile(m_dir.filePath(name), bytes);
+    }
     /// The file's bytes, or none when a tool has not written it.
     [[nodiscard]] QByteArray read(const QString &name) const;
 

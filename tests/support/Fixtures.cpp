@@ -12,6 +12,13 @@ QByteArray read(const QString &name)
     return file.readAll();
 }
 
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
 QByteArray generatedAssertions(int count, int createdForPIDs)
 {
     static const char *const types[] = {

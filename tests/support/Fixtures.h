@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// Captured tool output kept under tests/fixtures.
+/// Captured tool output kept under tests/fixtures, and files a test writes for itself.
 namespace Fixtures {
 
 [[nodiscard]] QByteArray read(const QString &name);
@@ -11,6 +11,9 @@ namespace Fixtures {
 {
     return QString::fromUtf8(read(name));
 }
+
+/// Writes `bytes` to the file at `path`, replacing it; the test cannot go on without it.
+void writeFile(const QString &path, const QByteArray &bytes = {});
 
 /// A `pmset -g assertions` listing with `count` per-process lines, each followed by
 /// continuation lines; every fourth assertion is created for one of `createdForPIDs` PIDs.
