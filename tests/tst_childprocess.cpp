@@ -1,7 +1,5 @@
 #include "platform/ChildProcess.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;

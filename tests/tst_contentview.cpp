@@ -12,7 +12,6 @@
 
 #include <QAbstractButton>
 #include <QClipboard>
-#include <QDir>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>

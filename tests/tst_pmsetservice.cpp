@@ -2,7 +2,6 @@
 #include "Fixtures.h"
 #include "pmset/PMSetService.h"
 
-#include <QSet>
 #include <QtTest>
 
 using namespace lullwick;

@@ -6,10 +6,6 @@
 #include "restart/RestartModel.h"
 #include "summary/SummaryClipboard.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
 using namespace lullwick;
@@ -107,7 +103,6 @@ private Q_SLOTS:
         const Run run = rig.run(report.isNull() ? QStringList() : QStringList{report});
         QCOMPARE(run.status, 0);
 
-        const QString settings = Fixtures::readText("settings-typical.txt");
         std::optional<RestartAnalysis> analysis;
         if (report == "restart") {
             RestartModel model(RunningApps::current, rig.fake.path() + "/lullwick-pmset");
@@ -118,7 +113,7 @@ private Q_SLOTS:
         const QString expected = expectedWithin(run, [&](const QDateTime &at) {
             const AssertionsSnapshot reading = PMSetService::parse(QString::fromUtf8(everyField()), at);
             if (report == "details")
-                return DetailsClipboard::text(reading, settings);
+                return DetailsClipboard::text(reading, Fixtures::readText("settings-typical.txt"));
             if (report == "restart") {
                 analysis->ranAt = at;
                 return RestartClipboard::text(analysis);

@@ -3,8 +3,6 @@
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;

@@ -1,10 +1,5 @@
 #include "platform/RunningApps.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace lullwick;

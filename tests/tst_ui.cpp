@@ -6,7 +6,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QVBoxLayout>
 #include <QtTest>
 
