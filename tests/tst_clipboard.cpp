@@ -1,5 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "catalog/ProcessCatalog.h"
 #include "details/DetailsClipboard.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
@@ -20,11 +21,6 @@ const DateFormat::Setting usInUtc{"en_US", "UTC"};
 AssertionsSnapshot parsed(const QString &perProcessLines)
 {
     return PMSetService::parse(u"Listed by owning process:\n"_s + perProcessLines, instant);
-}
-
-Assertion one(const QString &perProcessLines)
-{
-    return parsed(perProcessLines).assertions.value(0);
 }
 
 // Written out from the description of the texts, not from the program's output.
@@ -128,6 +124,36 @@ Display sleep
                      u"All system sleep\n  (not blocked)\n\nDisplay sleep\n"_s + render.chopped(1));
     }
 
+    void catalogLookup_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("headline"); // null: no entry matches
+        QTest::addRow("letter case ignored") << u"WindowServer"_s << u"Recent keyboard or mouse activity"_s;
+        QTest::addRow("key with a space") << u"QuickTime Player"_s << u"QuickTime Player is playing media"_s;
+        QTest::addRow("mixed-case key") << u"itunes"_s << u"iTunes is playing"_s;
+        QTest::addRow("underscore continues") << u"mdworker_shared"_s << u"Spotlight is processing a file"_s;
+        QTest::addRow("hyphen continues") << u"mdworker-x"_s << u"Spotlight is processing a file"_s;
+        QTest::addRow("letter does not continue") << u"mdworkers"_s << QString();
+        QTest::addRow("space does not continue") << u"Spotify Helper"_s << QString();
+        QTest::addRow("first part of a hyphenated key") << u"channels"_s << QString();
+        QTest::addRow("leading space is not trimmed") << u" smbd"_s << QString();
+        QTest::addRow("key later in the name") << u"com.apple.mds"_s << QString();
+        // "mds" comes first in the table and is also continued by these names.
+        QTest::addRow("exact key beats a shorter key")
+            << u"mds_stores"_s << u"Spotlight is writing its index"_s;
+        QTest::addRow("longest continued key wins")
+            << u"mds_stores_x"_s << u"Spotlight is writing its index"_s;
+    }
+    void catalogLookup()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, headline);
+        const auto info = ProcessCatalog::info(name);
+        QCOMPARE(info.has_value(), !headline.isNull());
+        if (info)
+            QCOMPARE(info->headline, headline);
+    }
+
     void rowTitle_data()
     {
         QTest::addColumn<QString>("line");
@@ -157,7 +183,7 @@ Display sleep
     {
         QFETCH(QString, line);
         const ResolvedNames names{{8, u"FaceTime"_s}, {9, u"%2 Unknown"_s}};
-        const AssertionRowText row = AssertionRowText::make(one(line + u'\n'), names);
+        const AssertionRowText row = AssertionRowText::make(parsed(line + u'\n').assertions.value(0), names);
         QTEST(row.title, "title");
         if (row.createdForPID == 9) { // an unknown creator is named, but explains nothing
             QCOMPARE(*row.createdForLine, u"Created for %2 Unknown (pid 9)"_s);

@@ -40,13 +40,6 @@ private Q_SLOTS:
         QCOMPARE(text::trimmed(u"\nx\r"), u"\nx\r");
     }
 
-    void sleepKindsReadBackExactly()
-    {
-        for (SleepKind kind : allSleepKinds)
-            QCOMPARE(sleepKindFromRawValue(rawValue(kind)), std::optional(kind));
-        QVERIFY(!sleepKindFromRawValue(rawValue(SleepKind::display).toLower()));
-    }
-
     // The modern words are read, with what they block, in blockers().
     void kindsFromTypeWords_data()
     {
@@ -142,8 +135,12 @@ private Q_SLOTS:
         QTEST(lists.join(" | "), "lists");
     }
 
-    void restartSeverities()
+    // Sleep kinds and restart severities read back from their raw values, and from nothing else.
+    void rawValuesReadBackExactly()
     {
+        for (SleepKind kind : allSleepKinds)
+            QCOMPARE(sleepKindFromRawValue(rawValue(kind)), std::optional(kind));
+        QVERIFY(!sleepKindFromRawValue(rawValue(SleepKind::display).toLower()));
         QCOMPARE(restartSeverityFromRawValue(3), RestartSeverity::likely);
         QCOMPARE(restartSeverityFromRawValue(1), RestartSeverity::info);
         for (int outside : {-1, 0, 4})

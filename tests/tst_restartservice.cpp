@@ -12,19 +12,6 @@ namespace {
 
 const QString stallReportName = QStringLiteral("loginwindow_2026-11-19-220531_Mac-Studio.shutdownStall");
 
-AssertionsSnapshot snapshotOf(const QByteArray &listing)
-{
-    return PMSetService::parse(QString::fromUtf8(listing), QDateTime::currentDateTimeUtc());
-}
-
-QList<RunningAppInfo> appsNamed(const QStringList &names)
-{
-    QList<RunningAppInfo> apps;
-    for (const QString &name : names)
-        apps.append({name, QStringLiteral("com.example.") + name, 500 + apps.size()});
-    return apps;
-}
-
 /// The lines a finding's detail lists after its lead paragraph.
 QStringList listedLines(const RestartFinding &finding)
 {
@@ -45,9 +32,8 @@ private Q_SLOTS:
         Fixtures::writeFile(fake.path() + u'/' + stallReportName);
         RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path());
 
-        const RestartAnalysis analysis =
-            service.analyze(snapshotOf(Fixtures::read("assertions-software-update.txt")), appsNamed({"zed"}))
-                .result();
+        const auto update = PMSetService::parse(Fixtures::readText("assertions-software-update.txt"), {});
+        const RestartAnalysis analysis = service.analyze(update, {{"zed", {}, 1}}).result();
         QStringList sources;
         for (const RestartFinding &f : analysis.findings)
             sources.append(f.source);
@@ -80,7 +66,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, listing);
         QFETCH(QString, names);
         RestartBlockerService service(QStringLiteral("/nonexistent/log"), QString(), QString());
-        const RestartAnalysis analysis = service.analyze(snapshotOf(listing), {}).result();
+        const RestartAnalysis analysis =
+            service.analyze(PMSetService::parse(QString::fromUtf8(listing), {}), {}).result();
         QCOMPARE(analysis.findings.size(), names.isNull() ? 0 : 1);
         if (!names.isNull())
             QVERIFY2(analysis.findings[0].detail.contains(u'(' + names + u')'),
@@ -136,8 +123,9 @@ private Q_SLOTS:
         QLocale::setDefault(locale);
         const auto restore = qScopeGuard([&] { QLocale::setDefault(previous); });
         RestartBlockerService service(QStringLiteral("/nonexistent/log"), QString(), QString());
-        const RestartAnalysis analysis =
-            service.analyze(std::nullopt, appsNamed({"zed", "Éclair", "Alpha", "beta", "alpha"})).result();
+        const QList<RunningAppInfo> apps{
+            {"zed", {}, 1}, {"Éclair", {}, 2}, {"Alpha", {}, 3}, {"beta", {}, 4}, {"alpha", {}, 5}};
+        const RestartAnalysis analysis = service.analyze(std::nullopt, apps).result();
         QCOMPARE(analysis.findings.size(), 1);
         QCOMPARE(analysis.findings[0].title, "5 apps are open and will be asked to quit");
         QCOMPARE(listedLines(analysis.findings[0]), QStringList{"Alpha, alpha, beta, Éclair, zed"});
