@@ -83,8 +83,8 @@ private Q_SLOTS:
         m_exitedPid = startFake(m_fake, {});
         QVERIFY(m_exitedPid > 0);
 
-        PMSetService service(standin);
-        const PMSetService::Result<AssertionsSnapshot> result = service.fetchAssertions().result();
+        const PMSetService::Result<AssertionsSnapshot> result =
+            PMSetService(standin).fetchAssertions().result();
         const PMSetError *error = std::get_if<PMSetError>(&result);
         QVERIFY2(!error, qPrintable(error ? error->errorDescription() : QString()));
         m_snapshot = std::get<AssertionsSnapshot>(result);
@@ -166,8 +166,7 @@ private Q_SLOTS:
     void settingsUnderHeadings()
     {
         useBuses(m_system, m_session);
-        PMSetService service(standin);
-        const PMSetService::Result<QString> result = service.fetchSettings().result();
+        const PMSetService::Result<QString> result = PMSetService(standin).fetchSettings().result();
         QVERIFY(std::holds_alternative<QString>(result));
         const QStringList lines = std::get<QString>(result).split('\n');
         QCOMPARE(lines.first(), "System-wide power settings:");

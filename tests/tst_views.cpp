@@ -8,20 +8,25 @@
 #include "summary/AssertionRow.h"
 #include "summary/SummaryView.h"
 #include "ui/DisclosureGroup.h"
+#include "ui/Icons.h"
 #include "ui/NamedColor.h"
 #include "ui/SelectableText.h"
+#include "ui/TextStyle.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QVBoxLayout>
 #include <QtTest>
 
 using namespace lullwick;
 using namespace Qt::StringLiterals;
+using NamedColor::Role;
 
 namespace {
 
@@ -89,7 +94,7 @@ QPalette darkPalette()
 {
     QPalette p(QColor(0x3a, 0x3a, 0x3c), QColor(0x26, 0x26, 0x28));
     for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(role, QColor(0xec, 0xec, 0xec));
+        p.setColor(role, QColor(0xf0, 0xf0, 0xf0));
     p.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
     p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
     return p;
@@ -119,6 +124,101 @@ class TestViews : public QObject {
 
 private slots:
     void initTestCase() { QVERIFY(QDir().mkpath(shots)); }
+
+    // Every symbol name the program uses draws, in exactly the tint asked for.
+    void everySymbolHasATintedIcon()
+    {
+        const QStringList used =
+            QStringLiteral("moon.zzz exclamationmark.triangle.fill checkmark.circle.fill info.circle.fill "
+                           "info.circle gearshape chart.line.uptrend.xyaxis list.bullet.rectangle "
+                           "exclamationmark.octagon.fill magnifyingglass.circle.fill magnifyingglass "
+                           "stethoscope arrow.turn.down.right wand.and.stars folder restart.circle "
+                           "doc.text.magnifyingglass doc.on.doc arrow.clockwise")
+                .split(u' ');
+        QCOMPARE(Icons::symbolNames().size(), used.size());
+        const QColor tint(0x12, 0x34, 0x56);
+        for (const QString &name : used) {
+            const QImage image = Icons::pixmap(name, tint, 16, 2.0).toImage();
+            QVERIFY2(image.size() == QSize(32, 32), qPrintable(name));
+            int opaque = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    if (const QColor c = image.pixelColor(x, y); c.alpha() == 255) {
+                        ++opaque;
+                        QCOMPARE(c.rgb(), tint.rgb());
+                    }
+            QVERIFY2(opaque > 10, qPrintable(name));
+        }
+        QVERIFY(Icons::icon(u"no.such.symbol").isNull());
+    }
+
+    void colorsFollowThePalette()
+    {
+        QWidget window;
+        auto *label =
+            TextStyle::label(QStringLiteral("Careful"), TextStyle::Style::callout, Role::orange, {}, &window);
+        QCOMPARE(label->palette().color(QPalette::WindowText), QColor(0xFF9500));
+        QCOMPARE(TextStyle::font(TextStyle::Style::callout).pointSizeF(),
+                 QGuiApplication::font().pointSizeF() * 12 / 13);
+
+        window.setPalette(darkPalette());
+        QVERIFY(NamedColor::isDark(window.palette()));
+        QCOMPARE(label->palette().color(QPalette::WindowText), QColor(0xFF9F0A));
+        QCOMPARE(NamedColor::resolve(Role::secondary, window.palette()).alphaF(), 0.55f);
+        // The icon engine reads the palette when it draws, so the same QIcon re-tints.
+        const QIcon gear = Icons::icon(u"gearshape", Role::primary, label);
+        const auto strongest = [](const QImage &image) { // the colour of the most opaque pixel
+            QColor best(Qt::transparent);
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    if (image.pixelColor(x, y).alpha() > best.alpha())
+                        best = image.pixelColor(x, y);
+            return best.rgb();
+        };
+        const auto near = [](QRgb a, QRgb b) { // premultiplied pixels round by one step
+            return std::abs(qRed(a) - qRed(b)) <= 1 && std::abs(qGreen(a) - qGreen(b)) <= 1 &&
+                   std::abs(qBlue(a) - qBlue(b)) <= 1;
+        };
+        QVERIFY(
+            near(strongest(gear.pixmap(32, 1.0).toImage()), darkPalette().color(QPalette::WindowText).rgb()));
+        window.setPalette(QPalette());
+        QVERIFY(
+            near(strongest(gear.pixmap(32, 1.0).toImage()), QPalette().color(QPalette::WindowText).rgb()));
+    }
+
+    void disclosureGroupWorksFromTheKeyboard()
+    {
+        QWidget window;
+        auto *layout = new QVBoxLayout(&window);
+        auto *group = new DisclosureGroup(QStringLiteral("Display sleep"));
+        auto *field = new QLineEdit;
+        group->setContent(field);
+        auto *after = new QLineEdit;
+        layout->addWidget(group);
+        layout->addWidget(after);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy toggled(group, &DisclosureGroup::toggled);
+
+        group->header()->setFocus();
+        QTest::keyClick(group->header(), Qt::Key_Space);
+        QCOMPARE(toggled.size(), 1);
+        QCOMPARE(toggled.at(0).at(0).toBool(), false);
+        QVERIFY(!field->isVisible());
+        QTest::keyClick(group->header(), Qt::Key_Tab); // closed content is skipped
+        QVERIFY(after->hasFocus());
+
+        group->header()->setFocus();
+        QTest::keyClick(group->header(), Qt::Key_Return);
+        QCOMPARE(toggled.size(), 2);
+        QVERIFY(field->isVisible());
+        QTest::keyClick(group->header(), Qt::Key_Tab);
+        QVERIFY(field->hasFocus());
+
+        group->setExpanded(false); // the caller's state: shown, not reported
+        QCOMPARE(toggled.size(), 2);
+        QVERIFY(!field->isVisible());
+    }
 
     void pageStates_data()
     {
@@ -180,12 +280,10 @@ private slots:
         v.feed.setSnapshot(everyKind());
         QCOMPARE(textOf(&view, u"verdictLabel"_s),
                  u"Currently blocking: idle system sleep, all system sleep, display sleep."_s);
-        const auto count = [&](const QString &block) {
-            return textOf(view.findChild<QWidget *>(block), u"blockCount"_s);
-        };
-        QCOMPARE(count(u"sleepBlock-idleSystem"_s), u"3 blockers"_s);
-        QCOMPARE(count(u"sleepBlock-system"_s), u"1 blocker"_s);
-        QCOMPARE(count(u"otherAssertionsBlock"_s), u"2"_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"sleepBlock-idleSystem"_s), u"blockCount"_s),
+                 u"3 blockers"_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"sleepBlock-system"_s), u"blockCount"_s), u"1 blocker"_s);
+        QCOMPARE(textOf(view.findChild<QWidget *>(u"otherAssertionsBlock"_s), u"blockCount"_s), u"2"_s);
         // An assertion against all sleep is a row in every block.
         for (const QString &block :
              {u"sleepBlock-idleSystem"_s, u"sleepBlock-system"_s, u"sleepBlock-display"_s})
@@ -234,10 +332,8 @@ private slots:
         const QList<AssertionRow *> before = v.summary.findChildren<AssertionRow *>();
         const auto otherTitles = [&] {
             QStringList titles;
-            for (AssertionRow *row : before) {
-                if (row != audio)
-                    titles << textOf(row, u"rowTitle"_s);
-            }
+            for (AssertionRow *row : before)
+                titles << (row == audio ? QString() : textOf(row, u"rowTitle"_s));
             return titles;
         };
         const QStringList othersBefore = otherTitles();
@@ -285,10 +381,10 @@ private slots:
             v.details.findChild<SelectableText *>(u"settingsText"_s)->document()->lastBlock();
         const QPalette palette = v.details.palette();
         const QHash<QRgb, QString> names{
-            {NamedColor::resolve(NamedColor::Role::primary, palette).rgba(), u"primary"_s},
-            {NamedColor::resolve(NamedColor::Role::secondary, palette).rgba(), u"secondary"_s},
-            {NamedColor::resolve(NamedColor::Role::orange, palette).rgba(), u"orange"_s},
-            {NamedColor::resolve(NamedColor::Role::blue, palette).rgba(), u"blue"_s}};
+            {NamedColor::resolve(Role::primary, palette).rgba(), u"primary"_s},
+            {NamedColor::resolve(Role::secondary, palette).rgba(), u"secondary"_s},
+            {NamedColor::resolve(Role::orange, palette).rgba(), u"orange"_s},
+            {NamedColor::resolve(Role::blue, palette).rgba(), u"blue"_s}};
         QStringList seen;
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextCharFormat format = it.fragment().charFormat();
