@@ -1,3 +1,4 @@
+#include "Fixtures.h"
 #include "platform/RunningApps.h"
 
 #include <QtTest>
@@ -16,9 +17,7 @@ private Q_SLOTS:
         qputenv("XDG_DATA_DIRS", system.path().toUtf8());
         const auto writeEntry = [](const QString &path, const QByteArray &body) {
             QDir().mkpath(QFileInfo(path).absolutePath());
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) &&
-                    file.write("[Desktop Entry]\nType=Application\n" + body));
+            Fixtures::writeFile(path, "[Desktop Entry]\nType=Application\n" + body);
         };
         const QByteArray self = QCoreApplication::applicationFilePath().section(u'/', -1).toUtf8();
         const QString sleep = QStandardPaths::findExecutable("sleep");

@@ -31,22 +31,16 @@ public:
         setOutput(call, Fixtures::read(fixture));
     }
     void setErrorOutput(const QString &call, const QByteArray &bytes) const { write(call + ".err", bytes); }
-    void setExitStatus(const QString &call, int status) const
-    {
-        write(call + ".status", QByteArray::number(status));
-    }
+    void setExitStatus(const QString &call, int status) const { write(call + ".status", status); }
     void setSleep(const QString &call, double seconds) const
     {
         write(call + ".sleep", QByteArray::number(seconds, 'f', 3));
     }
     /// After writing its output, the call kills itself with `signal`.
-    void setKilledBy(const QString &call, int signal) const
-    {
-        write(call + ".signal", QByteArray::number(signal));
-    }
+    void setKilledBy(const QString &call, int signal) const { write(call + ".signal", signal); }
 
     /// Holds the call, once started, until release(); a held call gives up after about 20 s.
-    void hold(const QString &call) const { write(call + ".hold", {}); }
+    void hold(const QString &call) const { write(call + ".hold", QByteArray()); }
     void release(const QString &call) const { QFile::remove(m_dir.filePath(call + ".hold")); }
     /// Blocks the calling thread, without running its event loop, until the call has started.
     [[nodiscard]] bool waitForStart(const QString &call) const;
@@ -81,6 +75,7 @@ private:
     {
         Fixtures::writeFile(m_dir.filePath(name), bytes);
     }
+    void write(const QString &name, int number) const { write(name, QByteArray::number(number)); }
     /// The file's bytes, or none when a tool has not written it.
     [[nodiscard]] QByteArray read(const QString &name) const;
 
