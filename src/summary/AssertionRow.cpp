@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 #include "ui/Card.h"
 #include "ui/Icons.h"
+#include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
 
 #include <QHBoxLayout>
@@ -65,11 +66,11 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     titleRow->addWidget(heldDurationLabel(m_assertion.timeHeld, this), 0, Qt::AlignTop);
     m_column->addLayout(titleRow);
 
-    auto *process = TextStyle::label({}, Style::callout, Role::secondary, Option::wrap, this);
+    auto *process = new TextLabel(this);
+    TextStyle::apply(process, Style::callout, Role::secondary, Option::wrap | Option::plainText);
     process->setObjectName(u"rowProcess"_s);
-    process->setTextFormat(Qt::RichText);
-    process->setText(u"<span style=\"font-weight:500\">"_s + m_assertion.processName.toHtmlEscaped() +
-                     u"</span>"_s + m_text.processSuffix.toHtmlEscaped());
+    process->setText(m_assertion.processName + m_text.processSuffix);
+    process->setEmphasis(int(m_assertion.processName.size()), QFont::Medium);
     m_column->addWidget(process);
 
     auto *buttonRow = new QHBoxLayout;
