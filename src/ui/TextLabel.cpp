@@ -4,10 +4,15 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+#include <QTextBoundaryFinder>
 #include <QTextOption>
 #include <cmath>
 
 namespace lullwick {
+
+namespace {
+constexpr qreal unbroken = 0x01000000; // the line width QPainter::drawText lays unwrapped text out at
+} // namespace
 
 TextLabel::~TextLabel() = default;
 
@@ -15,25 +20,42 @@ void TextLabel::setEmphasis(int length, QFont::Weight weight)
 {
     m_emphasis = length;
     m_emphasisWeight = weight;
-    m_shapedText.clear();
     m_layout.reset();
-    m_heights = {};
     updateGeometry();
     update();
 }
 
 bool TextLabel::drawsItself() const
 {
-    // Anything QLabel adds around plain text (frames, indents, interaction) stays its own.
-    return textFormat() == Qt::PlainText && !(textInteractionFlags() & (Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard | Qt::TextEditable)) &&
-           
-           frameWidth() == 0 && margin() == 0 && indent() <= 0 && !buddy();
+    // Anything QLabel adds around plain text (frames, indents, selection) stays its own.
+    constexpr Qt::TextInteractionFlags selection =
+        Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard | Qt::TextEditable;
+    return textFormat() == Qt::PlainText && !(textInteractionFlags() & selection) && frameWidth() == 0 &&
+           margin() == 0 && indent() <= 0 && !buddy();
 }
 
 QSize TextLabel::extra() const
 {
     const QMargins m = contentsMargins();
     return {m.left() + m.right(), m.top() + m.bottom()};
+}
+
+std::pair<qreal, qreal> TextLabel::placeLines(qreal lineWidth) const
+{
+    // The same line breaking and placing as QPainter::drawText, which QLabel paints with.
+    const qreal leading = fontMetrics().leading();
+    qreal height = -leading;
+    qreal widest = 0;
+    m_layout->beginLayout();
+    for (QTextLine line = m_layout->createLine(); line.isValid(); line = m_layout->createLine()) {
+        line.setLineWidth(lineWidth);
+        height = std::ceil(height + leading);
+        line.setPosition({0, height});
+        height += line.ascent() + line.descent();
+        widest = qMax(widest, line.naturalTextWidth());
+    }
+    m_layout->endLayout();
+    return {qMax<qreal>(height, 0), widest};
 }
 
 void TextLabel::shape() const
@@ -58,33 +80,44 @@ void TextLabel::shape() const
         emphasised.setFontWeight(m_emphasisWeight);
         m_layout->setFormats({{0, int(qMin<qsizetype>(m_emphasis, shown.size())), emphasised}});
     }
-    m_lineWidth = -2;
     m_heights = {};
+
+    const auto [height, widest] = placeLines(unbroken);
+    m_naturalHeight = m_laidHeight = height;
+    m_natural = m_laidSize = {int(std::ceil(widest)), int(std::ceil(height))};
+    m_lineWidth = -1;
+
+    // The widest unbreakable run, measured on the unbroken lines: what the text needs at the least.
+    m_widestWord = 0;
+    if (!m_shapedWrap)
+        return;
+    QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, shown);
+    qsizetype start = 0;
+    for (qsizetype end = breaks.toNextBoundary(); end > 0; end = breaks.toNextBoundary()) {
+        qsizetype last = end;
+        while (last > start && shown.at(last - 1).isSpace())
+            --last;
+        if (last > start) {
+            const QTextLine line = m_layout->lineForTextPosition(int(start));
+            const qreal width = std::abs(line.cursorToX(int(last)) - line.cursorToX(int(start)));
+            m_widestWord = qMax(m_widestWord, int(std::ceil(width)));
+        }
+        start = end;
+    }
 }
 
 QSize TextLabel::layOut(int width) const
 {
     shape();
-    if (width == m_lineWidth)
+    // Lines that fit unbroken stay as they are, so most labels are laid out only once.
+    const bool fits = !m_shapedWrap || width < 0 || width >= m_natural.width();
+    const int key = fits ? -1 : width;
+    if (key == m_lineWidth)
         return m_laidSize;
-
-    // The same line breaking and placing as QPainter::drawText, which QLabel paints with.
-    const qreal lineWidth = wordWrap() && width >= 0 ? qreal(width) : qreal(0x01000000);
-    const qreal leading = fontMetrics().leading();
-    qreal height = -leading;
-    qreal widest = 0;
-    m_layout->beginLayout();
-    for (QTextLine line = m_layout->createLine(); line.isValid(); line = m_layout->createLine()) {
-        line.setLineWidth(lineWidth);
-        height = std::ceil(height + leading);
-        line.setPosition({0, height});
-        height += line.ascent() + line.descent();
-        widest = qMax(widest, line.naturalTextWidth());
-    }
-    m_layout->endLayout();
-    m_lineWidth = width;
-    m_laidHeight = qMax<qreal>(height, 0);
-    m_laidSize = {int(std::ceil(widest)), int(std::ceil(m_laidHeight))};
+    const auto [height, widest] = placeLines(fits ? unbroken : qreal(width));
+    m_laidHeight = height;
+    m_laidSize = {int(std::ceil(widest)), int(std::ceil(height))};
+    m_lineWidth = key;
     return m_laidSize;
 }
 
@@ -108,34 +141,30 @@ QSize TextLabel::sizeHint() const
 {
     if (!drawsItself())
         return QLabel::sizeHint();
+    shape();
     const QSize margins = extra();
-    if (!wordWrap())
-        return (layOut(-1) + margins).expandedTo(minimumSize());
-    // As QLabel: a wrapping text prefers 80 average characters, or a half or a quarter of that
-    // when its text is short, so that a short text is not drawn as one very long line.
-    const QFontMetrics metrics = fontMetrics();
-    int width = qMin(metrics.averageCharWidth() * 80, maximumWidth()) - margins.width();
-    if (minimumWidth() > 0)
-        width = qMax(width, minimumWidth() - margins.width());
-    QSize size = layOut(width);
-    if (size.height() < 4 * metrics.lineSpacing() && size.width() > width / 2)
-        size = layOut(width / 2);
-    if (size.height() < 2 * metrics.lineSpacing() && size.width() > width / 4)
-        size = layOut(width / 4);
-    return (size + margins).expandedTo(minimumSize());
+    if (!m_shapedWrap)
+        return (m_natural + margins).expandedTo(minimumSize());
+    // A wrapping text prefers at most 80 average characters across, as QLabel's does; the height
+    // there is estimated from the unbroken lines, since layouts ask wrapping labels for their
+    // height at the width they give them.
+    const int preferred = qMin(fontMetrics().averageCharWidth() * 80, maximumWidth()) - margins.width();
+    if (m_natural.width() <= preferred)
+        return (m_natural + margins).expandedTo(minimumSize());
+    const int lines = int(std::ceil(qreal(m_natural.width()) / qMax(preferred, 1)));
+    return QSize(preferred + margins.width(), lines * fontMetrics().lineSpacing() + margins.height())
+        .expandedTo(minimumSize());
 }
 
 QSize TextLabel::minimumSizeHint() const
 {
     if (!drawsItself())
         return QLabel::minimumSizeHint();
-    if (!wordWrap())
+    shape();
+    if (!m_shapedWrap)
         return sizeHint();
-    // The widest word across, and at most the preferred height down.
-    const QSize margins = extra();
-    const int oneLine = layOut(QWIDGETSIZE_MAX).height() + margins.height();
-    const int narrowest = layOut(0).width() + margins.width();
-    return QSize(narrowest, qMin(oneLine, sizeHint().height())).expandedTo(minimumSize());
+    // The widest word across and one line down, as QLabel's.
+    return (QSize(m_widestWord, m_natural.height()) + extra()).expandedTo(minimumSize());
 }
 
 void TextLabel::paintEvent(QPaintEvent *event)
@@ -172,9 +201,10 @@ void TextLabel::changeEvent(QEvent *event)
     switch (event->type()) {
     case QEvent::FontChange:
     case QEvent::StyleChange:
-    case QEvent::ContentsRectChange:
     case QEvent::LayoutDirectionChange:
         m_layout.reset();
+        break;
+    case QEvent::ContentsRectChange:
         m_heights = {};
         break;
     default:

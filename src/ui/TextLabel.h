@@ -6,11 +6,12 @@
 
 namespace lullwick {
 
-/// A plain-text label that shapes its text once and keeps it. QLabel shapes the whole text again
-/// for every size question (its size hint alone asks three times) and once more to paint, and a
-/// page of hundreds of wrapping labels asks many such questions per layout pass; shaping is most of
-/// what a page costs to build. This label answers them all by breaking the kept, shaped text into
-/// lines at the asked width, and paints those same lines. Its lines and sizes match QLabel's.
+/// A plain-text label that shapes its text as seldom as it can. QLabel shapes the whole text again
+/// for every size question (its size hints alone ask five times) and once more to paint, and a
+/// page of hundreds of wrapping labels asks many such questions per layout pass: shaping is most
+/// of what a page costs to build. This label lays its text out once on one unbroken line, answers
+/// the size hints from that, and breaks it into lines again only for a width that the line does
+/// not fit; it paints the lines it last broke. Lines are placed as QLabel places them.
 ///
 /// Selectable or rich text is left to QLabel. The text is compared on every question (setText is
 /// not virtual), which is a pointer check while the text is not replaced.
@@ -34,10 +35,12 @@ protected:
 private:
     /// Whether this label lays out and paints its text itself, rather than QLabel.
     [[nodiscard]] bool drawsItself() const;
-    /// Shapes the text again if it was replaced since.
+    /// Shapes the text again if it was replaced, and lays it out on its unbroken lines.
     void shape() const;
-    /// The text broken into lines at `width` (unbounded when negative); returns its size.
+    /// Breaks the lines at `width` (unbroken when negative) and returns their size.
     QSize layOut(int width) const;
+    /// Places the lines at `lineWidth`; returns their height before rounding and their widest line.
+    std::pair<qreal, qreal> placeLines(qreal lineWidth) const;
     /// The horizontal and vertical room the contents margins take.
     [[nodiscard]] QSize extra() const;
 
@@ -48,10 +51,13 @@ private:
     mutable std::unique_ptr<QTextLayout> m_layout; ///< the shaped text; null until first asked
     mutable QString m_shapedText;                  ///< the text `m_layout` holds
     mutable bool m_shapedWrap = false;             ///< whether it was shaped to wrap
-    mutable int m_lineWidth = -2;                  ///< the width its lines are broken at
+    mutable QSize m_natural;                       ///< the size of the unbroken lines
+    mutable qreal m_naturalHeight = 0;             ///< their height before rounding
+    mutable int m_widestWord = 0;                  ///< the narrowest the text can be broken to
+    mutable int m_lineWidth = -1;                  ///< the width the lines are broken at; -1 unbroken
     mutable QSize m_laidSize;                      ///< the size of those lines
     mutable qreal m_laidHeight = 0;                ///< their height before rounding, to place them
-    mutable std::array<Entry, 8> m_heights{};      ///< a layout asks at its width, its minimum and more
+    mutable std::array<Entry, 4> m_heights{};      ///< a layout asks again at the same widths
     int m_emphasis = 0;
     QFont::Weight m_emphasisWeight = QFont::Medium;
 };
