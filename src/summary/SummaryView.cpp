@@ -221,7 +221,10 @@ void SummaryView::showSnapshot()
             showSleepBlock(kind, snapshot->blockers(kind));
         QList<Assertion> others = snapshot->nonBlockingAssertions();
         if (others.isEmpty()) {
-            delete std::exchange(m_others, {}).card;
+            if (Card *card = std::exchange(m_others, {}).card) {
+                m_blocks->removeWidget(card);
+                delete card;
+            }
         } else {
             if (!m_others.card) {
                 makeOtherAssertionsBlock();
@@ -297,8 +300,11 @@ void SummaryView::syncRows(Block &block)
             row = new AssertionRow(assertion, m_shownNames, block.content);
         rows << row;
     }
-    for (AssertionRow *row : std::as_const(spare))
+    // A held layout does not notice its widgets going away, so they leave it first.
+    for (AssertionRow *row : std::as_const(spare)) {
+        column->removeWidget(row);
         delete row;
+    }
     // Rows that stayed keep their place; only new ones and those that moved are placed again.
     for (int i = 0; i < rows.size(); ++i) {
         QLayoutItem *item = column->itemAt(first + i);
