@@ -105,7 +105,7 @@ private Q_SLOTS:
 
         std::optional<RestartAnalysis> analysis;
         if (report == "restart") {
-            RestartModel model(RunningApps::current, rig.fake.path() + "/lullwick-pmset");
+            RestartModel model([] { return RunningApps::current(); }, rig.fake.path() + "/lullwick-pmset");
             model.analyze();
             QTRY_VERIFY_WITH_TIMEOUT(model.analysis(), waitMs);
             analysis = model.analysis();
