@@ -60,6 +60,45 @@ ScopedProfile::~ScopedProfile()
     chosen.store(m_previous, std::memory_order_release);
 }
 
+QStringList Profile::allTexts() const
+{
+    const Summary &s = m_summary;
+    QStringList texts{s.reading,
+                      s.clickRefresh,
+                      s.intro,
+                      s.nothingBlocking,
+                      s.othersExplanation,
+                      s.whereToLookIntro,
+                      s.viewerButton,
+                      s.viewerTooltip,
+                      s.viewerTip,
+                      s.copyPIDButton,
+                      s.copyPIDTooltip,
+                      s.noViewerTip,
+                      m_details.inhibitorsHeading,
+                      m_details.settingsHeading,
+                      m_restart.intro,
+                      m_restart.analyzing,
+                      m_restart.hint,
+                      m_restart.caveatHeading,
+                      m_restart.caveat,
+                      m_restart.updateTitle,
+                      m_restart.updateDetail,
+                      m_restart.updateAdvice,
+                      m_restart.runningAppsDetail,
+                      m_reportDescription};
+    texts += QList<QString>(s.kindExplanations.cbegin(), s.kindExplanations.cend());
+    texts += QList<QString>(m_restart.verdicts.cbegin(), m_restart.verdicts.cend());
+    texts += QList<QString>(m_kindDescriptions.cbegin(), m_kindDescriptions.cend());
+    texts += m_otherWordDescriptions.values();
+    for (const SettingsLinkSpec &link : m_links)
+        texts += link.label;
+    if (m_fixedViewer)
+        texts += m_fixedViewer->label;
+    texts.removeAll(QString());
+    return texts;
+}
+
 QString Profile::describe(const AssertionKind &kind) const
 {
     if (!kind.isOther())

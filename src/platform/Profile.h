@@ -87,6 +87,9 @@ public:
     /// The command-line report's one-line description of itself.
     [[nodiscard]] const QString &reportDescription() const { return m_reportDescription; }
 
+    /// Every text of the profile that the user may read, apart from the catalog's.
+    [[nodiscard]] QStringList allTexts() const;
+
     /// What an assertion of `kind` does, in one sentence.
     [[nodiscard]] QString describe(const AssertionKind &kind) const;
 
