@@ -12,32 +12,34 @@ using S = SleepKind;
 
 struct KnownKind {
     QStringView typeWord;
+    QStringView name;
     SleepKindSet blocks;
 };
 
-// Indexed by AssertionKind::Case.
+// Indexed by AssertionKind::Case: pmset's word, the program's own name, what it blocks. What it
+// does is the platform profile's to say.
 constexpr std::array<KnownKind, AssertionKind::knownCaseCount> knownKinds{{
-    {u"PreventUserIdleSystemSleep", {S::idleSystem}},
-    {u"PreventSystemSleep", {S::idleSystem, S::system, S::display}},
-    {u"PreventUserIdleDisplaySleep", {S::idleSystem, S::display}},
-    {u"PreventDiskIdle", {}},
-    {u"UserIsActive", {}},
-    {u"SystemIsActive", {S::idleSystem}},
-    {u"NoIdleSleepAssertion", {S::idleSystem}},
-    {u"NoDisplaySleepAssertion", {S::idleSystem, S::display}},
-    {u"DenySystemSleep", {S::idleSystem, S::system, S::display}},
-    {u"BackgroundTask", {S::idleSystem}},
-    {u"ApplePushServiceTask", {S::idleSystem}},
-    {u"InteractivePushServiceTask", {S::idleSystem}},
-    {u"SoftwareUpdateTask", {S::idleSystem}},
-    {u"MaintenanceWake", {S::idleSystem}},
-    {u"NetworkClientActive", {S::idleSystem}},
-    {u"ExternalMedia", {}},
-    {u"DisplayWake", {}},
-    {u"RequiresDisplayAudio", {}},
-    {u"AwakeOnReservePower", {}},
-    {u"InternalPreventSleep", {}},
-    {u"InternalPreventDisplaySleep", {}},
+    {u"PreventUserIdleSystemSleep", u"preventUserIdleSystemSleep", {S::idleSystem}},
+    {u"PreventSystemSleep", u"preventSystemSleep", {S::idleSystem, S::system, S::display}},
+    {u"PreventUserIdleDisplaySleep", u"preventUserIdleDisplaySleep", {S::idleSystem, S::display}},
+    {u"PreventDiskIdle", u"preventDiskIdle", {}},
+    {u"UserIsActive", u"userIsActive", {}},
+    {u"SystemIsActive", u"systemIsActive", {S::idleSystem}},
+    {u"NoIdleSleepAssertion", u"noIdleSleepLegacy", {S::idleSystem}},
+    {u"NoDisplaySleepAssertion", u"noDisplaySleepLegacy", {S::idleSystem, S::display}},
+    {u"DenySystemSleep", u"denySystemSleepLegacy", {S::idleSystem, S::system, S::display}},
+    {u"BackgroundTask", u"backgroundTask", {S::idleSystem}},
+    {u"ApplePushServiceTask", u"applePushServiceTask", {S::idleSystem}},
+    {u"InteractivePushServiceTask", u"interactivePushServiceTask", {S::idleSystem}},
+    {u"SoftwareUpdateTask", u"softwareUpdateTask", {S::idleSystem}},
+    {u"MaintenanceWake", u"maintenanceWake", {S::idleSystem}},
+    {u"NetworkClientActive", u"networkClientActive", {S::idleSystem}},
+    {u"ExternalMedia", u"externalMedia", {}},
+    {u"DisplayWake", u"displayWake", {}},
+    {u"RequiresDisplayAudio", u"requiresDisplayAudio", {}},
+    {u"AwakeOnReservePower", u"awakeOnReservePower", {}},
+    {u"InternalPreventSleep", u"internalPreventSleep", {}},
+    {u"InternalPreventDisplaySleep", u"internalPreventDisplaySleep", {}},
 }};
 
 } // namespace
@@ -61,6 +63,11 @@ AssertionKind AssertionKind::fromRawType(QStringView rawType)
 QString AssertionKind::typeWord() const
 {
     return m_case == other ? m_otherText : knownKinds[m_case].typeWord.toString();
+}
+
+QString AssertionKind::name() const
+{
+    return m_case == other ? QStringLiteral("other") : knownKinds[m_case].name.toString();
 }
 
 QString AssertionKind::humanDescription() const
