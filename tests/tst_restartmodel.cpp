@@ -139,12 +139,14 @@ private Q_SLOTS:
         Rig rig;
         auto model = rig.model();
         QSignalSpy stored(model.get(), &RestartModel::analysisChanged);
+        rig.fake.hold("log");
         model->analyze();
-        QTRY_COMPARE(rig.fake.toolCalls().size(), 2); // its pmset read has ended, its log query began
+        QTRY_COMPARE(rig.fake.toolCalls().size(), 2); // its pmset read has ended, its log query is held
         rig.fake.hold("assertions");
         model->analyze();
+        rig.fake.release("log");
 
-        QTRY_COMPARE(stored.count(), 1);
+        QTRY_COMPARE(stored.count(), 1); // the second is held at its pmset read
         QVERIFY(model->isAnalyzing());
         rig.fake.release("assertions");
         QVERIFY(settle(*model));
