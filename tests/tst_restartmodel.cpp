@@ -1,5 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "platform/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 
@@ -42,6 +43,8 @@ bool settle(const RestartModel &model)
 
 class TestRestartModel : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
 private Q_SLOTS:
     void decodeStoresItsOutcome_data()

@@ -2,6 +2,7 @@
 #include "pmset/PMSetService.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
+#include "standin/ProcessNames.h"
 #include "standin/TypeWords.h"
 
 #include <QtTest>
@@ -154,10 +155,20 @@ private Q_SLOTS:
         QCOMPARE(it->timeHeld, "unknown"); // no logind records here to date the locks by
     }
 
+    void systemdInhibitLockIsCreatedForItsCommand()
+    {
+        const auto it = std::find_if(m_snapshot.assertions.cbegin(), m_snapshot.assertions.cend(),
+                                     [](const Assertion &a) { return a.namedReason == u"Nightly backup"; });
+        QVERIFY2(it != m_snapshot.assertions.cend(), qPrintable(m_snapshot.rawOutput));
+        QCOMPARE(it->processName, u"systemd-inhibit");
+        QVERIFY(it->createdForPID());
+        QCOMPARE(ProcessNames().name(*it->createdForPID()), u"rsync");
+    }
+
     void countersMatchTheLines()
     {
-        // Eleven: the fourth GNOME inhibitor is listed but gone when asked about.
-        QCOMPARE(m_snapshot.assertions.size(), 11);
+        // Twelve: the fourth GNOME inhibitor is listed but gone when asked about.
+        QCOMPARE(m_snapshot.assertions.size(), 12);
         QCOMPARE(m_snapshot.systemWideCounts.size(), TypeWords::all().size());
         for (const SystemWideCount &counter : m_snapshot.systemWideCounts) {
             const auto held =

@@ -2,6 +2,7 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsView.h"
+#include "platform/Profile.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
@@ -112,6 +113,8 @@ struct Views {
 
 class TestViews : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
     const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
 

@@ -26,10 +26,11 @@ constexpr int firstOptionalLine = 2; // after the title row and the process line
 
 } // namespace
 
-void revealInActivityMonitor(qint64 pid, const QString &activityMonitorPath)
+void revealInProcessViewer(qint64 pid, const std::optional<OpenTarget> &viewer)
 {
     Workspace::copyPlainText(QString::number(pid));
-    Workspace::openPath(activityMonitorPath);
+    if (viewer)
+        Workspace::open(*viewer);
 }
 
 QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent)
@@ -75,15 +76,17 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     auto *buttonRow = new QHBoxLayout;
     buttonRow->setContentsMargins(0, 4, 0, 0);
     buttonRow->setSpacing(12);
-    const QString label = u"Open Activity Monitor"_s;
+    // Without a process viewer the button still copies the PID, and says so.
+    const Profile::Summary &texts = Profile::current().summary();
+    std::optional<OpenTarget> viewer = Profile::current().processViewer();
+    const QString label = viewer ? texts.viewerButton.arg(viewer->label) : texts.copyPIDButton;
     auto *button = new QPushButton(Icons::icon(u"list.bullet.rectangle", Role::primary, this), label, this);
     button->setObjectName(u"rowActivityMonitor"_s);
     button->setAccessibleName(label);
     button->setFont(TextStyle::font(Style::callout)); // the small control size
-    button->setToolTip(
-        u"Opens Activity Monitor and copies the relevant PID to the clipboard so you can paste "
-        u"it into the search field. (You may need to switch the View menu to All Processes.)"_s);
-    connect(button, &QPushButton::clicked, this, [this] { revealInActivityMonitor(m_text.revealPID); });
+    button->setToolTip(viewer ? texts.viewerTooltip.arg(viewer->label) : texts.copyPIDTooltip);
+    connect(button, &QPushButton::clicked, this,
+            [this, viewer = std::move(viewer)] { revealInProcessViewer(m_text.revealPID, viewer); });
     buttonRow->addStretch();
     buttonRow->addWidget(button);
     buttonRow->addStretch();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Assertion.h"
-#include "platform/ToolPaths.h"
+#include "platform/Profile.h"
 #include "summary/AssertionRowText.h"
 #include "summary/ResolvedNames.h"
 
@@ -12,9 +12,10 @@ class QVBoxLayout;
 
 namespace lullwick {
 
-/// Puts `pid` on the clipboard, then opens Activity Monitor so the user can paste it into the
-/// search field. A failure to open it is ignored; the PID stays on the clipboard.
-void revealInActivityMonitor(qint64 pid, const QString &activityMonitorPath = ToolPaths::activityMonitor());
+/// Puts `pid` on the clipboard, then opens the process viewer, if there is one, so the user can
+/// paste it into the search field. A failure to open it is ignored; the PID stays on the clipboard.
+void revealInProcessViewer(qint64 pid,
+                           const std::optional<OpenTarget> &viewer = Profile::current().processViewer());
 
 /// The held badge: "Held " and the shortened held time on a tinted rounded background.
 [[nodiscard]] QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);

@@ -1,6 +1,6 @@
 #include "summary/SummaryView.h"
 
-#include "platform/ToolPaths.h"
+#include "platform/Profile.h"
 #include "platform/Workspace.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
@@ -29,27 +29,6 @@ using TextStyle::Style;
 
 namespace {
 
-QString kindExplanation(SleepKind kind)
-{
-    switch (kind) {
-    case SleepKind::idleSystem:
-        return u"Your Mac normally enters sleep on its own after the idle timer expires. When something "
-               u"blocks "
-               u"idle sleep, the Mac stays awake even though you’re not actively using it. Manual "
-               u"sleep—Apple "
-               u"menu → Sleep, or closing the lid—still works."_s;
-    case SleepKind::system:
-        return u"Held against any system sleep, including manual sleep commands. This is rare and almost "
-               u"always "
-               u"intentional, like during a backup or a system update. On battery, most “all sleep” blockers "
-               u"are released."_s;
-    case SleepKind::display:
-        return u"When something blocks display sleep, the screen stays on even after the display-idle timer "
-               u"would normally turn it off—usually because a video player or a presentation app is running."_s;
-    }
-    return {};
-}
-
 QString kindObjectName(SleepKind kind)
 {
     switch (kind) {
@@ -62,22 +41,6 @@ QString kindObjectName(SleepKind kind)
     }
     return {};
 }
-
-struct SettingsLink {
-    QString label;
-    QString url;
-};
-
-const SettingsLink settingsLinks[] = {
-    {u"Lock Screen settings (display sleep timer)"_s,
-     u"x-apple.systempreferences:com.apple.Lock-Screen-Settings.extension"_s},
-    {u"Battery / Energy settings (system sleep timer)"_s,
-     u"x-apple.systempreferences:com.apple.Battery-Settings.extension"_s},
-    {u"Bluetooth (devices that can wake the Mac)"_s,
-     u"x-apple.systempreferences:com.apple.BluetoothSettings"_s},
-    {u"Sharing (file sharing, screen sharing, remote management)"_s,
-     u"x-apple.systempreferences:com.apple.Sharing-Settings.extension"_s},
-};
 
 /// An icon beside a label, as one row.
 QWidget *iconRow(IconLabel *icon, QLabel *label, int spacing)
@@ -104,7 +67,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
 
     m_errorBox = makeErrorBox();
     column->addWidget(m_errorBox);
-    m_reading = TextStyle::label(u"Reading pmset…"_s, Style::body, Role::secondary);
+    m_reading = TextStyle::label(Profile::current().summary().reading, Style::body, Role::secondary);
     m_reading->setObjectName(u"readingLabel"_s);
     column->addWidget(m_reading);
 
@@ -248,12 +211,8 @@ QWidget *SummaryView::makeErrorBox()
 
 QWidget *SummaryView::makeIntro()
 {
-    auto *intro = TextStyle::label(
-        u"Power-management assertions are signals to macOS—from apps and from the system itself—that say, in "
-        u"effect, “don’t sleep yet, I’m doing something.” Each assertion names which kind of sleep it "
-        u"prevents. "
-        u"This screen lists every assertion currently held on your Mac."_s,
-        Style::callout, Role::secondary, Option::wrap);
+    auto *intro =
+        TextStyle::label(Profile::current().summary().intro, Style::callout, Role::secondary, Option::wrap);
     intro->setObjectName(u"introLabel"_s);
     return intro;
 }
@@ -294,7 +253,7 @@ Card *SummaryView::makeSleepBlock(SleepKind kind, const AssertionsSnapshot &snap
     }
     title->addStretch();
 
-    QWidget *content = makeRows(kindExplanation(kind), blockers);
+    QWidget *content = makeRows(Profile::current().summary().kindExplanations[size_t(kind)], blockers);
     if (blockers.isEmpty()) {
         auto *notBlocked = TextStyle::label(u"Not blocked."_s, Style::callout, Role::green);
         notBlocked->setObjectName(u"notBlocked"_s);
@@ -330,11 +289,7 @@ Card *SummaryView::makeOtherAssertionsBlock(const AssertionsSnapshot &snapshot)
     title->addWidget(count);
     title->addStretch();
 
-    group->setContent(
-        makeRows(u"These assertions are held but don’t prevent any of the three sleep kinds on "
-                 u"their own. macOS reports them as context—recent user input, mounted external "
-                 u"drives, etc."_s,
-                 others));
+    group->setContent(makeRows(Profile::current().summary().othersExplanation, others));
     group->setExpanded(m_othersExpanded);
     connect(group, &DisclosureGroup::toggled, this, [this](bool open) { m_othersExpanded = open; });
     return card;
@@ -361,6 +316,8 @@ QWidget *SummaryView::makeRows(const QString &explanation, const QList<Assertion
 
 QWidget *SummaryView::makeWhereToLookNext()
 {
+    const Profile &profile = Profile::current();
+    const Profile::Summary &texts = profile.summary();
     auto *card = new Card(Role::accent, 0.06);
     card->setObjectName(u"whereToLookNext"_s);
     QVBoxLayout *column = card->column();
@@ -368,37 +325,32 @@ QWidget *SummaryView::makeWhereToLookNext()
     column->addWidget(
         TextStyle::label(u"Where to look next"_s, Style::title3, Role::primary, Option::semibold));
     column->addWidget(
-        TextStyle::label(u"These are the places in macOS to adjust sleep behavior or see what’s "
-                         u"connected."_s,
-                         Style::callout, Role::secondary, Option::wrap));
+        TextStyle::label(texts.whereToLookIntro, Style::callout, Role::secondary, Option::wrap));
 
     auto *links = new QVBoxLayout;
     links->setSpacing(6);
-    for (const SettingsLink &link : settingsLinks) {
+    for (const OpenTarget &link : profile.settingsLinks()) {
         auto *button = new LinkButton(link.label, u"gearshape"_s);
         button->setObjectName(u"settingsLink"_s);
-        connect(button, &LinkButton::clicked, this, [url = link.url] {
-            // A text that does not parse as a URL opens nothing.
-            if (const QUrl parsed(url, QUrl::StrictMode); parsed.isValid())
-                Workspace::openUrl(parsed);
-        });
+        connect(button, &LinkButton::clicked, this, [link] { Workspace::open(link); });
         links->addWidget(button);
     }
     links->addSpacing(4);
-    const QString label = u"Open Activity Monitor"_s;
-    auto *open = new QPushButton(Icons::icon(u"chart.line.uptrend.xyaxis", Role::primary, this), label);
-    open->setObjectName(u"activityMonitorButton"_s);
-    open->setAccessibleName(label);
-    // Unlike a row's button, this one copies nothing.
-    connect(open, &QPushButton::clicked, this, [] { Workspace::openPath(ToolPaths::activityMonitor()); });
-    links->addWidget(open, 0, Qt::AlignLeft);
-    links->addSpacing(4);
-    links->addWidget(
-        TextStyle::label(u"Tip: in Activity Monitor, choose View → All Processes if a PID isn’t "
-                         u"visible. Short-lived CLI tools like caffeinate may have already exited—check "
-                         u"the “Created for” attribution above to find the parent Terminal session "
-                         u"instead."_s,
-                         Style::caption, Role::secondary, Option::wrap));
+    const std::optional<OpenTarget> viewer = profile.processViewer();
+    if (viewer) {
+        const QString label = texts.viewerButton.arg(viewer->label);
+        auto *open = new QPushButton(Icons::icon(u"chart.line.uptrend.xyaxis", Role::primary, this), label);
+        open->setObjectName(u"activityMonitorButton"_s);
+        open->setAccessibleName(label);
+        // Unlike a row's button, this one copies nothing.
+        connect(open, &QPushButton::clicked, this, [target = *viewer] { Workspace::open(target); });
+        links->addWidget(open, 0, Qt::AlignLeft);
+        links->addSpacing(4);
+    }
+    auto *tip = TextStyle::label(viewer ? texts.viewerTip.arg(viewer->label) : texts.noViewerTip,
+                                 Style::caption, Role::secondary, Option::wrap);
+    tip->setObjectName(u"viewerTip"_s);
+    links->addWidget(tip);
     column->addLayout(links);
     return card;
 }

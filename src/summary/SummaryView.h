@@ -20,7 +20,7 @@ class AssertionsModel;
 class Card;
 class IconLabel;
 
-/// The Summary page: whether anything keeps the Mac awake, which kinds of sleep are blocked, by
+/// The Summary page: whether anything keeps the computer awake, which kinds of sleep are blocked, by
 /// which process, and where to look next. Redraws from the model's change signals; its ordering
 /// checkbox writes through to the model.
 class SummaryView : public QScrollArea {

@@ -1,6 +1,7 @@
 // Plays systemd-logind on the bus named by DBUS_SYSTEM_BUS_ADDRESS, and GNOME's session manager
 // and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
-// Prints "ready PID" once its names are taken, PID being a process that has already exited.
+// Prints "ready PID" once its names are taken, PID being a process that has already exited. One
+// lock is held by a child named systemd-inhibit, which runs a child named rsync.
 // --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors.
 
 #include <QCoreApplication>
@@ -11,7 +12,9 @@
 #include <QDBusObjectPath>
 #include <QDBusVirtualObject>
 #include <QHash>
+#include <csignal>
 #include <cstdio>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -74,6 +77,19 @@ int main(int argc, char *argv[])
     if (exited == 0)
         _exit(0);
     waitpid(exited, nullptr, 0);
+    // A systemd-inhibit that runs rsync: the lock is its own, the command its child. Both go
+    // when we do.
+    const pid_t inhibit = fork();
+    if (inhibit == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        prctl(PR_SET_NAME, "systemd-inhibit");
+        if (fork() == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            prctl(PR_SET_NAME, "rsync");
+        }
+        for (;;)
+            pause();
+    }
 
     QCoreApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
@@ -95,6 +111,7 @@ int main(int argc, char *argv[])
                   {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
                   {"shutdown", "apt", "Upgrading packages", "block", 0, self},
                   {"idle:sleep", "old-job", "Left behind", "block", 1000, uint(exited)},
+                  {"idle", "rsync -a /home /backup", "Nightly backup", "block", 0, uint(inhibit)},
                   {"sleep", "Updater", "Weak\rhold", "block-weak", 0, self},
               });
     a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
