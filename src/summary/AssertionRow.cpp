@@ -5,6 +5,7 @@
 #include "ui/Icons.h"
 #include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
+#include "ui/Visibility.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -126,7 +127,7 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
 {
     if (!text) {
         if (label)
-            label->hide();
+            setShown(label, false);
         return;
     }
     if (!label) {
@@ -155,7 +156,7 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
     }
     if (label->text() != *text)
         label->setText(*text);
-    label->show();
+    setShown(label, true);
 }
 
 } // namespace lullwick

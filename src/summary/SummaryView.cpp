@@ -11,6 +11,7 @@
 #include "ui/LinkButton.h"
 #include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
+#include "ui/Visibility.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -159,9 +160,9 @@ void SummaryView::showState()
     const std::optional<QString> &error = m_model->lastError();
     if (error)
         m_errorText->setText(*error);
-    m_errorBox->setVisible(error.has_value());
-    m_reading->setVisible(!hasSnapshot && !error);
-    m_content->setVisible(hasSnapshot);
+    setShown(m_errorBox, error.has_value());
+    setShown(m_reading, !hasSnapshot && !error);
+    setShown(m_content, hasSnapshot);
 }
 
 void SummaryView::showSnapshot()
@@ -222,8 +223,8 @@ void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
     if (!clear)
         block.count->setText(QString::number(blockers.size()) +
                              (blockers.size() == 1 ? u" blocker"_s : u" blockers"_s));
-    block.count->setVisible(!clear);
-    block.notBlocked->setVisible(clear);
+    setShown(block.count, !clear);
+    setShown(block.notBlocked, clear);
     showRows(block, std::move(blockers));
 }
 
