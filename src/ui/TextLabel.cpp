@@ -1,6 +1,7 @@
 #include "ui/TextLabel.h"
 
 #include <QEvent>
+#include <QGlyphRun>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
@@ -86,24 +87,48 @@ void TextLabel::shape() const
     m_naturalHeight = m_laidHeight = height;
     m_natural = m_laidSize = {int(std::ceil(widest)), int(std::ceil(height))};
     m_lineWidth = -1;
+    m_layoutBroken = false;
 
-    // The widest unbreakable run, measured on the unbroken lines: what the text needs at the least.
+    // The pieces of the line between its break opportunities, measured on the unbroken line: the
+    // widest is the narrowest the text can be, and adding them up breaks the line at any width.
+    // A text of several lines, or one written right to left, is broken by QTextLayout instead.
     m_widestWord = 0;
+    m_pieces.clear();
+    m_lines.clear();
+    m_breaksItself = false;
     if (!m_shapedWrap)
         return;
+    m_breaksItself = m_layout->lineCount() == 1 && !shown.isRightToLeft();
     QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, shown);
     qsizetype start = 0;
     for (qsizetype end = breaks.toNextBoundary(); end > 0; end = breaks.toNextBoundary()) {
         qsizetype last = end;
         while (last > start && shown.at(last - 1).isSpace())
             --last;
-        if (last > start) {
-            const QTextLine line = m_layout->lineForTextPosition(int(start));
-            const qreal width = std::abs(line.cursorToX(int(last)) - line.cursorToX(int(start)));
-            m_widestWord = qMax(m_widestWord, int(std::ceil(width)));
-        }
+        const QTextLine line = m_layout->lineForTextPosition(int(start));
+        const qreal from = line.cursorToX(int(start));
+        const qreal to = last > start ? line.cursorToX(int(last)) : from;
+        m_widestWord = qMax(m_widestWord, int(std::ceil(std::abs(to - from))));
+        m_pieces.append({int(start), int(end - start), from, to});
         start = end;
     }
+}
+
+QList<qreal> TextLabel::lineTops(qsizetype count) const
+{
+    // As placeLines: each line starts on a whole pixel, a leading below the one before.
+    const QTextLine unbroken = m_layout->lineAt(0);
+    const qreal lineHeight = unbroken.ascent() + unbroken.descent();
+    const qreal leading = fontMetrics().leading();
+    QList<qreal> tops;
+    qreal height = -leading;
+    for (qsizetype i = 0; i < count; ++i) {
+        height = std::ceil(height + leading);
+        tops << height;
+        height += lineHeight;
+    }
+    tops << height; // where the last line ends
+    return tops;
 }
 
 QSize TextLabel::layOut(int width) const
@@ -114,11 +139,39 @@ QSize TextLabel::layOut(int width) const
     const int key = fits ? -1 : width;
     if (key == m_lineWidth)
         return m_laidSize;
-    const auto [height, widest] = placeLines(fits ? unbroken : qreal(width));
-    m_laidHeight = height;
-    m_laidSize = {int(std::ceil(widest)), int(std::ceil(height))};
     m_lineWidth = key;
-    return m_laidSize;
+    m_lines.clear();
+    if (fits) {
+        // The text layout still holds the unbroken lines, unless it broke them since.
+        if (m_layoutBroken) {
+            placeLines(unbroken);
+            m_layoutBroken = false;
+        }
+        m_laidHeight = m_naturalHeight;
+        return m_laidSize = m_natural;
+    }
+    if (!m_breaksItself) {
+        const auto [height, widest] = placeLines(qreal(width));
+        m_layoutBroken = true;
+        m_laidHeight = height;
+        return m_laidSize = {int(std::ceil(widest)), int(std::ceil(height))};
+    }
+
+    // Greedily, as QTextLayout wraps at word boundaries: a piece joins the line while the line's
+    // visible text still fits; a piece wider than the width gets a line of its own.
+    m_lines.clear();
+    qreal widest = 0;
+    for (qsizetype i = 0; i < m_pieces.size(); ++i) {
+        if (!m_lines.isEmpty() && m_pieces[i].end - m_pieces[m_lines.last().first].start <= width) {
+            m_lines.last().last = i;
+            continue;
+        }
+        m_lines.append({i, i});
+    }
+    for (const Line &line : std::as_const(m_lines))
+        widest = qMax(widest, m_pieces[line.last].end - m_pieces[line.first].start);
+    m_laidHeight = lineTops(m_lines.size()).last();
+    return m_laidSize = {int(std::ceil(widest)), int(std::ceil(m_laidHeight))};
 }
 
 int TextLabel::heightForWidth(int width) const
@@ -185,14 +238,32 @@ void TextLabel::paintEvent(QPaintEvent *event)
     option.initFrom(this);
     QPainter painter(this);
     painter.setPen(option.palette.color(foregroundRole()));
-    for (int i = 0; i < m_layout->lineCount(); ++i) {
-        const QTextLine line = m_layout->lineAt(i);
+    if (m_lines.isEmpty()) {
+        for (int i = 0; i < m_layout->lineCount(); ++i) {
+            const QTextLine line = m_layout->lineAt(i);
+            qreal x = 0;
+            if (align & Qt::AlignRight)
+                x = area.width() - line.horizontalAdvance();
+            else if (align & Qt::AlignHCenter)
+                x = (area.width() - line.horizontalAdvance()) / 2;
+            line.draw(&painter, QPointF(area.x() + x, area.y() + y));
+        }
+        return;
+    }
+    // Each broken line is its stretch of the shaped unbroken line, moved to where it belongs.
+    const QList<qreal> tops = lineTops(m_lines.size());
+    for (qsizetype i = 0; i < m_lines.size(); ++i) {
+        const Piece &first = m_pieces[m_lines[i].first];
+        const Piece &last = m_pieces[m_lines[i].last];
+        const qreal advance = last.end - first.start;
         qreal x = 0;
         if (align & Qt::AlignRight)
-            x = area.width() - line.horizontalAdvance();
+            x = area.width() - advance;
         else if (align & Qt::AlignHCenter)
-            x = (area.width() - line.horizontalAdvance()) / 2;
-        line.draw(&painter, QPointF(area.x() + x, area.y() + y));
+            x = (area.width() - advance) / 2;
+        const QPointF at(area.x() + x - first.start, area.y() + y + tops[i]);
+        for (const QGlyphRun &run : m_layout->glyphRuns(first.from, last.from + last.length - first.from))
+            painter.drawGlyphRun(at, run);
     }
 }
 
