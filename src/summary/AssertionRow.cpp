@@ -1,7 +1,6 @@
 #include "summary/AssertionRow.h"
 
 #include "platform/Workspace.h"
-#include "ui/Card.h"
 #include "ui/Icons.h"
 #include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
@@ -35,18 +34,18 @@ void revealInProcessViewer(qint64 pid, const std::optional<OpenTarget> &viewer)
         Workspace::open(*viewer);
 }
 
-QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent)
+QLabel *heldDurationLabel(const QString &timeHeld, QWidget *parent)
 {
-    auto *badge = new Card(Role::secondary, 0.10, 0, 6, parent);
-    badge->setObjectName(u"rowHeld"_s);
-    badge->column()->setContentsMargins(8, 2, 8, 2);
+    // One painted widget rather than a card holding a label: pages hold hundreds of rows.
+    auto *badge = new TextLabel(parent);
+    TextStyle::apply(badge, Style::callout, Role::secondary, Option::plainText);
+    badge->setObjectName(u"rowHeldText"_s);
+    badge->setFill(Role::secondary, 0.10, 6);
+    badge->setContentsMargins(8, 2, 8, 2);
     badge->setToolTip(u"How long this assertion has been held, since the moment the process created it."_s);
     badge->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // DejaVu and the system fonts draw digits of one width already; Qt 6.4 cannot ask for "tnum".
-    auto *text = TextStyle::label(u"Held "_s + AssertionRowText::prettyDuration(timeHeld), Style::callout,
-                                  Role::secondary, {}, badge);
-    text->setObjectName(u"rowHeldText"_s);
-    badge->column()->addWidget(text);
+    badge->setText(u"Held "_s + AssertionRowText::prettyDuration(timeHeld));
     return badge;
 }
 
@@ -65,9 +64,8 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     m_title->setObjectName(u"rowTitle"_s);
     titleRow->addWidget(m_title, 1, Qt::AlignTop);
     titleRow->addSpacing(8);
-    QWidget *badge = heldDurationLabel(m_assertion.timeHeld, this);
-    m_held = badge->findChild<QLabel *>(u"rowHeldText"_s);
-    titleRow->addWidget(badge, 0, Qt::AlignTop);
+    m_held = heldDurationLabel(m_assertion.timeHeld, this);
+    titleRow->addWidget(m_held, 0, Qt::AlignTop);
     m_column->addLayout(titleRow);
 
     auto *process = new TextLabel(this);

@@ -18,7 +18,7 @@ void revealInProcessViewer(qint64 pid,
                            const std::optional<OpenTarget> &viewer = Profile::current().processViewer());
 
 /// The held badge: "Held " and the shortened held time on a tinted rounded background.
-[[nodiscard]] QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);
+[[nodiscard]] QLabel *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);
 
 /// One assertion on the Summary page: what holds it, for whom, why, and what to do about it.
 class AssertionRow : public QWidget {

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QGlyphRun>
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTextBoundaryFinder>
@@ -23,6 +24,12 @@ void TextLabel::setEmphasis(int length, QFont::Weight weight)
     m_emphasisWeight = weight;
     m_layout.reset();
     updateGeometry();
+    update();
+}
+
+void TextLabel::setFill(NamedColor::Role role, qreal opacity, qreal radius)
+{
+    m_fill = Fill{role, opacity, radius};
     update();
 }
 
@@ -222,6 +229,15 @@ QSize TextLabel::minimumSizeHint() const
 
 void TextLabel::paintEvent(QPaintEvent *event)
 {
+    if (m_fill) {
+        // Colours are read here, from the current palette, so a palette change needs no bookkeeping.
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path;
+        path.addRoundedRect(QRectF(rect()), m_fill->radius, m_fill->radius);
+        painter.fillPath(path,
+                         NamedColor::resolve(m_fill->role, NamedColor::basePalette(this), m_fill->opacity));
+    }
     if (!drawsItself())
         return QLabel::paintEvent(event);
     if (text().isEmpty())

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "ui/NamedColor.h"
+
 #include <QLabel>
 #include <QTextLayout>
 #include <memory>
+#include <optional>
 
 namespace lullwick {
 
@@ -24,6 +27,9 @@ public:
 
     /// Draws the first `length` characters in `weight` (a process name before its description).
     void setEmphasis(int length, QFont::Weight weight);
+    /// Fills the label behind its text with `role` at `opacity`, in a rectangle with corners of
+    /// `radius` (a badge, padded by the contents margins), read from the palette when painted.
+    void setFill(NamedColor::Role role, qreal opacity, qreal radius);
 
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
@@ -78,6 +84,12 @@ private:
     mutable QSize m_laidSize;                      ///< the size of those lines
     mutable qreal m_laidHeight = 0;                ///< their height before rounding, to place them
     mutable std::array<Entry, 4> m_heights{};      ///< a layout asks again at the same widths
+    struct Fill {
+        NamedColor::Role role;
+        qreal opacity;
+        qreal radius;
+    };
+    std::optional<Fill> m_fill;
     int m_emphasis = 0;
     QFont::Weight m_emphasisWeight = QFont::Medium;
 };
