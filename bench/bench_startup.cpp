@@ -4,7 +4,6 @@
 // loading and the first reading's child processes are all counted.
 #include "app/ContentView.h"
 #include "app/LullwickApp.h"
-#include "platform/Updater.h"
 #include "summary/AssertionsModel.h"
 
 #include <QApplication>
@@ -43,13 +42,6 @@ protected:
     }
 };
 
-/// A do-nothing updater, so the check for updates is no part of what is measured.
-class IdleUpdater final : public lullwick::Updater {
-public:
-    void start() override {}
-    void checkForUpdates() override {}
-};
-
 enum class Role { empty, labelled, full };
 
 int child(int argc, char *argv[], Role role)
@@ -74,7 +66,7 @@ int child(int argc, char *argv[], Role role)
         window.show();
         return QApplication::exec();
     }
-    lullwick::LullwickApp lullwick(nullptr, std::make_unique<IdleUpdater>());
+    lullwick::LullwickApp lullwick; // with the program's own updater, which checks only when asked
     lullwick::AssertionsModel *model = lullwick.content().model();
     paint.then = [&] {
         if (!model->isFetching())

@@ -35,11 +35,12 @@ void TextLabel::setFill(NamedColor::Role role, qreal opacity, qreal radius)
 
 bool TextLabel::drawsItself() const
 {
-    // Anything QLabel adds around plain text (frames, indents, selection) stays its own.
+    // Anything QLabel adds around plain text (frames, indents, selection, right-to-left placing)
+    // stays its own, and so does an empty label, which QLabel sizes as a widget without text.
     constexpr Qt::TextInteractionFlags selection =
         Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard | Qt::TextEditable;
     return textFormat() == Qt::PlainText && !(textInteractionFlags() & selection) && frameWidth() == 0 &&
-           margin() == 0 && indent() <= 0 && !buddy();
+           margin() == 0 && indent() <= 0 && !buddy() && !text().isEmpty() && !text().isRightToLeft();
 }
 
 QSize TextLabel::extra() const
@@ -77,7 +78,7 @@ void TextLabel::shape() const
     shown.replace(u'\n', QChar::LineSeparator);
     m_layout = std::make_unique<QTextLayout>(shown, font(), const_cast<TextLabel *>(this));
     QTextOption option;
-    option.setTextDirection(layoutDirection());
+    option.setTextDirection(Qt::LeftToRight);
     option.setWrapMode(QTextOption::WordWrap);
     if (!m_shapedWrap)
         option.setFlags(QTextOption::IncludeTrailingSpaces);
@@ -98,14 +99,14 @@ void TextLabel::shape() const
 
     // The pieces of the line between its break opportunities, measured on the unbroken line: the
     // widest is the narrowest the text can be, and adding them up breaks the line at any width.
-    // A text of several lines, or one written right to left, is broken by QTextLayout instead.
+    // A text of several lines is broken by QTextLayout instead.
     m_widestWord = 0;
     m_pieces.clear();
     m_lines.clear();
     m_breaksItself = false;
     if (!m_shapedWrap)
         return;
-    m_breaksItself = m_layout->lineCount() == 1 && !shown.isRightToLeft();
+    m_breaksItself = m_layout->lineCount() == 1;
     QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, shown);
     qsizetype start = 0;
     for (qsizetype end = breaks.toNextBoundary(); end > 0; end = breaks.toNextBoundary()) {
@@ -240,11 +241,9 @@ void TextLabel::paintEvent(QPaintEvent *event)
     }
     if (!drawsItself())
         return QLabel::paintEvent(event);
-    if (text().isEmpty())
-        return;
     const QRect area = contentsRect();
     layOut(area.width());
-    const Qt::Alignment align = QStyle::visualAlignment(layoutDirection(), alignment());
+    const Qt::Alignment align = QStyle::visualAlignment(Qt::LeftToRight, alignment());
     qreal y = 0;
     if (align & Qt::AlignBottom)
         y = area.height() - m_laidHeight;
