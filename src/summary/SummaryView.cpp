@@ -136,9 +136,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     content->addWidget(m_order);
     m_blocks = new QVBoxLayout;
     m_blocks->setSpacing(18);
-    content->addLayout(m_blocks);
-    for (SleepKind kind : allSleepKinds)
-        makeSleepBlock(kind);
+    content->addLayout(m_blocks); // the blocks come with the first reading
     content->addWidget(makeWhereToLookNext());
     column->addWidget(m_content);
     column->addStretch();
@@ -172,6 +170,10 @@ void SummaryView::showSnapshot()
     const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
     if (snapshot) {
         m_shownNames = m_model->resolvedNames();
+        if (!m_kindBlocks[0].card) {
+            for (SleepKind kind : allSleepKinds)
+                makeSleepBlock(kind);
+        }
         LayoutHold hold(widget());
         if (m_content->isVisible()) {
             for (Block *block : {&m_kindBlocks[0], &m_kindBlocks[1], &m_kindBlocks[2], &m_others}) {
