@@ -211,7 +211,8 @@ void AssertionRow::relayout()
 {
     m_heights = {};
     updateGeometry();
-    if (width() > 0)
+    // A row not shown yet is placed when its layout gives it its size.
+    if (isVisible())
         place(width(), true);
 }
 

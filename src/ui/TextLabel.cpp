@@ -39,8 +39,11 @@ bool TextLabel::drawsItself() const
     // stays its own, and so does an empty label, which QLabel sizes as a widget without text.
     constexpr Qt::TextInteractionFlags selection =
         Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard | Qt::TextEditable;
-    return textFormat() == Qt::PlainText && !(textInteractionFlags() & selection) && frameWidth() == 0 &&
-           margin() == 0 && indent() <= 0 && !buddy() && !text().isEmpty() && !text().isRightToLeft();
+    if (textFormat() != Qt::PlainText || (textInteractionFlags() & selection) || frameWidth() != 0 ||
+        margin() != 0 || indent() > 0 || buddy())
+        return false;
+    shape();
+    return !m_shapedText.isEmpty() && !m_shapedRightToLeft;
 }
 
 QSize TextLabel::extra() const
@@ -74,6 +77,7 @@ void TextLabel::shape() const
         return;
     m_shapedText = text();
     m_shapedWrap = wordWrap();
+    m_shapedRightToLeft = m_shapedText.isRightToLeft();
     QString shown = m_shapedText;
     shown.replace(u'\n', QChar::LineSeparator);
     m_layout = std::make_unique<QTextLayout>(shown, font(), const_cast<TextLabel *>(this));

@@ -73,6 +73,7 @@ private:
     mutable std::unique_ptr<QTextLayout> m_layout; ///< the shaped text; null until first asked
     mutable QString m_shapedText;                  ///< the text `m_layout` holds
     mutable bool m_shapedWrap = false;             ///< whether it was shaped to wrap
+    mutable bool m_shapedRightToLeft = false;      ///< whether it is written right to left
     mutable QSize m_natural;                       ///< the size of the unbroken lines
     mutable qreal m_naturalHeight = 0;             ///< their height before rounding
     mutable int m_widestWord = 0;                  ///< the narrowest the text can be broken to
