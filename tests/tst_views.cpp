@@ -263,11 +263,15 @@ private slots:
         if (!error.isNull())
             v.feed.setLastError(error);
         QStringList visible;
-        if (v.summary.findChild<QWidget *>(u"errorBox"_s)->isVisibleTo(&v.summary))
+        const auto shownPart = [&](const QString &name) { // a part not made yet is not shown either
+            const auto *part = v.summary.findChild<QWidget *>(name);
+            return part && part->isVisibleTo(&v.summary);
+        };
+        if (shownPart(u"errorBox"_s))
             visible << u"error"_s;
-        if (v.summary.findChild<QWidget *>(u"readingLabel"_s)->isVisibleTo(&v.summary))
+        if (shownPart(u"readingLabel"_s))
             visible << u"reading"_s;
-        if (v.summary.findChild<QWidget *>(u"introLabel"_s)->isVisibleTo(&v.summary))
+        if (shownPart(u"introLabel"_s))
             visible << u"page"_s;
         QTEST(visible.join(u' '), "shown");
         if (!error.isNull())

@@ -121,7 +121,26 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     m_reading->setObjectName(u"readingLabel"_s);
     column->addWidget(m_reading);
 
+    // The page below is made with the first reading: the window's first paint shows none of it.
     m_content = new QWidget;
+    column->addWidget(m_content);
+    column->addStretch();
+
+    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
+    connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
+    connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
+    connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
+        if (!m_order)
+            return;
+        const QSignalBlocker blocker(m_order);
+        m_order->setChecked(m_model->showNonBlockedFirst());
+        orderBlocks();
+    });
+    showSnapshot();
+}
+
+void SummaryView::makePage()
+{
     auto *content = new QVBoxLayout(m_content);
     content->setContentsMargins(0, 0, 0, 0);
     content->setSpacing(18);
@@ -136,20 +155,10 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     content->addWidget(m_order);
     m_blocks = new QVBoxLayout;
     m_blocks->setSpacing(18);
-    content->addLayout(m_blocks); // the blocks come with the first reading
+    content->addLayout(m_blocks);
+    for (SleepKind kind : allSleepKinds)
+        makeSleepBlock(kind);
     content->addWidget(makeWhereToLookNext());
-    column->addWidget(m_content);
-    column->addStretch();
-
-    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
-    connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
-    connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
-    connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
-        const QSignalBlocker blocker(m_order);
-        m_order->setChecked(m_model->showNonBlockedFirst());
-        orderBlocks();
-    });
-    showSnapshot();
 }
 
 void SummaryView::showState()
@@ -170,10 +179,8 @@ void SummaryView::showSnapshot()
     const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
     if (snapshot) {
         m_shownNames = m_model->resolvedNames();
-        if (!m_kindBlocks[0].card) {
-            for (SleepKind kind : allSleepKinds)
-                makeSleepBlock(kind);
-        }
+        if (!m_order)
+            makePage();
         LayoutHold hold(widget());
         if (m_content->isVisible()) {
             for (Block *block : {&m_kindBlocks[0], &m_kindBlocks[1], &m_kindBlocks[2], &m_others}) {
