@@ -1,8 +1,8 @@
 #include "restart/RestartBlockerService.h"
 
-#include "model/RandomUuid.h"
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
+#include "restart/LinuxRestartWording.h"
 
 #include <QCollator>
 #include <QLocale>
@@ -27,13 +27,6 @@ bool containsAny(QStringView text, const auto &needles)
                        [text](QStringView needle) { return text.contains(needle); });
 }
 
-RestartFinding makeFinding(RestartSeverity severity, QString source, QString title, QString detail,
-                           QString advice)
-{
-    return {newRandomUuid(),  severity,          std::move(source),
-            std::move(title), std::move(detail), std::move(advice)};
-}
-
 /// A case-insensitive collator in the user's locale. Under C or POSIX (LANG=C.UTF-8 on build
 /// machines) Qt's collator compares code points, which puts "Zed" before "Éclair"; the names
 /// are then ordered by the root collation rules that English uses unchanged.
@@ -54,20 +47,30 @@ RestartBlockerService::RestartBlockerService(QString logPath, QString spindumpPa
       m_reportsDir(std::move(reportsDir))
 {}
 
+RestartBlockerService::RestartBlockerService(LinuxRestartSources linuxSources)
+    : m_linux(std::move(linuxSources))
+{}
+
 RestartBlockerService::~RestartBlockerService() = default;
 
 QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<AssertionsSnapshot> assertions,
                                                         QList<RunningAppInfo> runningApps)
 {
-    return m_worker.run([logPath = m_logPath, reportsDir = m_reportsDir, assertions = std::move(assertions),
+    return m_worker.run([logPath = m_logPath, reportsDir = m_reportsDir, linuxSources = m_linux,
+                         assertions = std::move(assertions),
                          runningApps = std::move(runningApps)](const std::atomic<bool> &stop) {
         QList<RestartFinding> findings;
-        findings += updateFindings(assertions);
-        findings += loginwindowFindings(logPath, stop);
-        const std::optional<QString> stallReport = mostRecentStallReport(reportsDir);
-        if (stallReport)
-            findings.append(stallFinding(*stallReport));
-        findings += runningAppFindings(runningApps);
+        std::optional<QString> stallReport;
+        if (linuxSources) {
+            findings += linuxSources->findings(runningApps, stop);
+        } else {
+            findings += updateFindings(assertions);
+            findings += loginwindowFindings(logPath, stop);
+            stallReport = mostRecentStallReport(reportsDir);
+            if (stallReport)
+                findings.append(stallFinding(*stallReport));
+        }
+        findings += runningAppFindings(runningApps, linuxSources.has_value());
         // Stable: findings of equal severity stay in the order of their sources.
         std::stable_sort(
             findings.begin(), findings.end(),
@@ -92,7 +95,7 @@ RestartBlockerService::updateFindings(const std::optional<AssertionsSnapshot> &a
     }
     if (names.isEmpty())
         return {};
-    return {makeFinding(
+    return {RestartFinding::make(
         RestartSeverity::likely, QStringLiteral("Software update"),
         QStringLiteral("A macOS update is installing or staging right now"),
         QStringLiteral("The system is holding a SoftwareUpdateTask power assertion (") + names.join(u", ") +
@@ -140,7 +143,7 @@ QList<RestartFinding> RestartBlockerService::loginwindowFindings(const QString &
     if (kept.size() > 4)
         kept = kept.sliced(kept.size() - 4);
     return {
-        makeFinding(RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
+        RestartFinding::make(RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
                     QStringLiteral("loginwindow logged an interrupted quit or restart"),
                     QStringLiteral("While orchestrating a recent restart or logout, loginwindow recorded the "
                                    "following. An app named here is a strong candidate for what blocked the "
@@ -151,7 +154,7 @@ QList<RestartFinding> RestartBlockerService::loginwindowFindings(const QString &
                                    "restarting again."))};
 }
 
-QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<RunningAppInfo> &apps)
+QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<RunningAppInfo> &apps, bool onLinux)
 {
     if (apps.isEmpty())
         return {};
@@ -162,16 +165,20 @@ QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<Runn
     const QCollator collator = nameCollator();
     std::stable_sort(names.begin(), names.end(),
                      [&collator](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
-    return {
-        makeFinding(RestartSeverity::info, QStringLiteral("Running apps"),
-                    QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
-                    QStringLiteral("When you restart, macOS asks each open app to quit. Any one of these can "
-                                   "silently stop the restart by putting up a “Do you want to save?” dialog "
-                                   "that you may not see if it's behind another window:\n\n") +
-                        names.join(u", "),
-                    QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
-                                   "(especially editors and anything with an open document) looking for an "
-                                   "unsaved-changes prompt, then quit them and retry."))};
+    const QString lead =
+        onLinux ? LinuxRestartWording::runningAppsDetail()
+                : QStringLiteral("When you restart, macOS asks each open app to quit. Any one of these can "
+                                 "silently stop the restart by putting up a “Do you want to save?” dialog "
+                                 "that you may not see if it's behind another window:");
+    const QString advice =
+        onLinux ? LinuxRestartWording::runningAppsAdvice()
+                : QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
+                                 "(especially editors and anything with an open document) looking for an "
+                                 "unsaved-changes prompt, then quit them and retry.");
+    return {RestartFinding::make(RestartSeverity::info, QStringLiteral("Running apps"),
+                                 QString::number(apps.size()) +
+                                     QStringLiteral(" apps are open and will be asked to quit"),
+                                 lead + QStringLiteral("\n\n") + names.join(u", "), advice)};
 }
 
 } // namespace lullwick
