@@ -100,7 +100,9 @@ std::optional<RestartFinding> LastShutdownFinding::read(const QString &journalct
 
 std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView jsonLines)
 {
-    static const QRegularExpression killing(QStringLiteral("^Killing process (\\d+) \\((.*)\\) with signal SIGKILL"));
+    // A process name may hold anything, parentheses and line breaks included.
+    static const QRegularExpression killing(QStringLiteral("^Killing process (\\d+) \\((.*)\\) with signal SIGKILL"),
+                                            QRegularExpression::DotMatchesEverythingOption);
     QList<HungUnit> hung;
     for (qsizetype start = 0; start < jsonLines.size();) {
         qsizetype end = jsonLines.indexOf('\n', start);
