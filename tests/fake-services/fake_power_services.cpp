@@ -1,7 +1,8 @@
 // Plays systemd-logind on the bus named by DBUS_SYSTEM_BUS_ADDRESS, and GNOME's session manager
 // and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
 // Prints "ready PID" once its names are taken, PID being a process that has already exited.
-// --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors.
+// --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors;
+// --delay-shutdown holds one shutdown delay lock instead of the usual locks, and a 30 s delay limit.
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -89,6 +90,11 @@ int main(int argc, char *argv[])
     a[login1 + " ListInhibitors"] =
         args.contains("--malformed-logind")
             ? QVariant(QStringLiteral("nonsense"))
+        : args.contains("--delay-shutdown")
+            ? QVariant::fromValue(QList<Lock>{
+                  {"shutdown", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", "delay", 0, self},
+                  {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
+              })
             : QVariant::fromValue(QList<Lock>{
                   {"idle", "GNOME Shell", "Playing video", "block", 1000, self},
                   {"sleep", "Backup", "Copying \"photos\" to Bücher – 東京", "block", 0, self},
@@ -96,10 +102,13 @@ int main(int argc, char *argv[])
                   {"shutdown", "apt", "Upgrading packages", "block", 0, self},
                   {"idle:sleep", "old-job", "Left behind", "block", 1000, uint(exited)},
               });
-    a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
-                                        {"IdleActionUSec", qulonglong(1800000000)},
-                                        {"HandleLidSwitch", "suspend"},
-                                        {"IdleHint", false}};
+    QVariantMap settings{{"IdleAction", "lock"},
+                         {"IdleActionUSec", qulonglong(1800000000)},
+                         {"HandleLidSwitch", "suspend"},
+                         {"IdleHint", false}};
+    if (args.contains("--delay-shutdown"))
+        settings.insert("InhibitDelayMaxUSec", qulonglong(30000000));
+    a[login1 + " GetAll"] = settings;
 
     const QString gsm = QStringLiteral("/org/gnome/SessionManager");
     a[gsm + " GetInhibitors"] =
