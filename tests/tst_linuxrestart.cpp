@@ -175,6 +175,9 @@ private Q_SLOTS:
         QTest::addRow("delay without a known limit")
             << InhibitorEvidence{{upgrades, upgrades}, {}, {}} << 1
             << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2;
+        QTest::addRow("a name that looks like a placeholder stays as it is")
+            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}} << 3
+            << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2;
         QTest::addRow("a holder without a name is called by its process")
             << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}} << 3
             << "weird-daemon is blocking restart and shutdown" << 1;
@@ -196,6 +199,19 @@ private Q_SLOTS:
         QCOMPARE(finding->source, "Shutdown locks");
         QCOMPARE(listedLines(*finding).size(), listed);
         QVERIFY(finding->advice);
+    }
+
+    void catalogTellsTheHolders()
+    {
+        // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
+        const InhibitorEvidence evidence{{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
+                                           "unattended-upgr"}},
+                                         5,
+                                         {}};
+        const RestartFinding finding = *ShutdownLockFinding::from(evidence);
+        QCOMPARE(finding.title, "Unattended Upgrades Shutdown will delay a restart by up to 5 s");
+        QCOMPARE(listedLines(finding), QStringList{"Unattended upgrades will finish before shutdown — Stop ongoing "
+                                                   "upgrades (delay, unattended-upgr, PID 640)"});
     }
 
     void blockingAdviceSaysHowToQuit()

@@ -2,7 +2,7 @@
 
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
-#include "restart/LinuxRestartWording.h"
+#include "platform/Profile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -66,7 +66,7 @@ bool isStopTimeout(QStringView message)
 
 QString processLine(const Killed &killed)
 {
-    return QStringLiteral("%1 (PID %2)").arg(killed.name).arg(killed.pid);
+    return killed.name + QStringLiteral(" (") + Profile::current().restartEvidence().pidNumber.arg(killed.pid) + u')';
 }
 
 QString unitLine(const HungUnit &hung)
@@ -75,8 +75,10 @@ QString unitLine(const HungUnit &hung)
     for (const Killed &killed : hung.killed.first(qMin(hung.killed.size(), maxProcessesListed)))
         processes.append(processLine(killed));
     if (hung.killed.size() > maxProcessesListed)
-        processes.append(QStringLiteral("and %1 more").arg(hung.killed.size() - maxProcessesListed));
-    return LinuxRestartWording::hungUnitLine(hung.unit, processes);
+        processes.append(Profile::current().restartEvidence().andMore.arg(hung.killed.size() - maxProcessesListed));
+    if (processes.isEmpty())
+        return hung.unit;
+    return hung.unit + QStringLiteral(": ") + processes.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -160,16 +162,17 @@ std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView js
             break;
     }
 
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     QStringList lines;
     for (const HungUnit &h : hung.first(qMin(hung.size(), maxUnitsListed)))
         lines.append(unitLine(h));
     if (hung.size() > maxUnitsListed)
-        lines.append(LinuxRestartWording::moreLine(hung.size() - maxUnitsListed));
-    return RestartFinding::make(RestartSeverity::possible, LinuxRestartWording::lastShutdownSource(),
-                                LinuxRestartWording::lastShutdownTitle(process, unit),
-                                LinuxRestartWording::lastShutdownDetail() + QStringLiteral("\n\n") +
-                                    lines.join(u'\n'),
-                                LinuxRestartWording::lastShutdownAdvice(process.isEmpty() ? unit : process));
+        lines.append(words.moreLine.arg(hung.size() - maxUnitsListed));
+    return RestartFinding::make(
+        RestartSeverity::possible, words.lastShutdownSource,
+        process.isEmpty() ? words.lastShutdownUnitTitle.arg(unit) : words.lastShutdownTitle.arg(process, unit),
+        words.lastShutdownDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
+        words.lastShutdownAdvice.arg(process.isEmpty() ? unit : process));
 }
 
 } // namespace lullwick

@@ -2,7 +2,8 @@
 
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
-#include "restart/LinuxRestartWording.h"
+#include "platform/Profile.h"
+#include "restart/StallReports.h"
 
 #include <QCollator>
 #include <QLocale>
@@ -53,6 +54,19 @@ RestartBlockerService::RestartBlockerService(LinuxRestartSources linuxSources)
 
 RestartBlockerService::~RestartBlockerService() = default;
 
+std::optional<QString> RestartBlockerService::mostRecentStallReport() const
+{
+    return StallReports::mostRecent(m_reportsDir);
+}
+
+QFuture<std::optional<QString>> RestartBlockerService::decodeStallReport(QString path)
+{
+    return m_worker.run(
+        [spindumpPath = m_spindumpPath, path = std::move(path)](const std::atomic<bool> &stop) {
+            return StallReports::decode(spindumpPath, path, stop);
+        });
+}
+
 QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<AssertionsSnapshot> assertions,
                                                         QList<RunningAppInfo> runningApps)
 {
@@ -66,11 +80,11 @@ QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<Assertions
         } else {
             findings += updateFindings(assertions);
             findings += loginwindowFindings(logPath, stop);
-            stallReport = mostRecentStallReport(reportsDir);
+            stallReport = StallReports::mostRecent(reportsDir);
             if (stallReport)
-                findings.append(stallFinding(*stallReport));
+                findings.append(StallReports::finding(*stallReport));
         }
-        findings += runningAppFindings(runningApps, linuxSources.has_value());
+        findings += runningAppFindings(runningApps);
         // Stable: findings of equal severity stay in the order of their sources.
         std::stable_sort(
             findings.begin(), findings.end(),
@@ -95,17 +109,9 @@ RestartBlockerService::updateFindings(const std::optional<AssertionsSnapshot> &a
     }
     if (names.isEmpty())
         return {};
-    return {RestartFinding::make(
-        RestartSeverity::likely, QStringLiteral("Software update"),
-        QStringLiteral("A macOS update is installing or staging right now"),
-        QStringLiteral("The system is holding a SoftwareUpdateTask power assertion (") + names.join(u", ") +
-            QStringLiteral(
-                "). macOS won't restart cleanly while an update is mid-install — it wants to finish "
-                "writing the update first, which can look like a stuck or refused restart."),
-        QStringLiteral(
-            "Open System Settings → General → Software Update and let any in-progress update "
-            "finish, then restart again. If it's stuck downloading, pausing and resuming the update "
-            "often unsticks it."))};
+    const Profile::Restart &texts = Profile::current().restart();
+    return {RestartFinding::make(RestartSeverity::likely, QStringLiteral("Software update"), texts.updateTitle,
+                        texts.updateDetail.arg(names.join(u", ")), texts.updateAdvice)};
 }
 
 std::optional<QString> RestartBlockerService::runLogShow(const QString &logPath,
@@ -154,7 +160,7 @@ QList<RestartFinding> RestartBlockerService::loginwindowFindings(const QString &
                                    "restarting again."))};
 }
 
-QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<RunningAppInfo> &apps, bool onLinux)
+QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<RunningAppInfo> &apps)
 {
     if (apps.isEmpty())
         return {};
@@ -165,20 +171,13 @@ QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<Runn
     const QCollator collator = nameCollator();
     std::stable_sort(names.begin(), names.end(),
                      [&collator](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
-    const QString lead =
-        onLinux ? LinuxRestartWording::runningAppsDetail()
-                : QStringLiteral("When you restart, macOS asks each open app to quit. Any one of these can "
-                                 "silently stop the restart by putting up a “Do you want to save?” dialog "
-                                 "that you may not see if it's behind another window:");
-    const QString advice =
-        onLinux ? LinuxRestartWording::runningAppsAdvice()
-                : QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
-                                 "(especially editors and anything with an open document) looking for an "
-                                 "unsaved-changes prompt, then quit them and retry.");
-    return {RestartFinding::make(RestartSeverity::info, QStringLiteral("Running apps"),
-                                 QString::number(apps.size()) +
-                                     QStringLiteral(" apps are open and will be asked to quit"),
-                                 lead + QStringLiteral("\n\n") + names.join(u", "), advice)};
+    return {
+        RestartFinding::make(RestartSeverity::info, QStringLiteral("Running apps"),
+                    QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
+                    Profile::current().restart().runningAppsDetail + names.join(u", "),
+                    QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
+                                   "(especially editors and anything with an open document) looking for an "
+                                   "unsaved-changes prompt, then quit them and retry."))};
 }
 
 } // namespace lullwick

@@ -1,7 +1,7 @@
 #include "restart/ShutdownLockFinding.h"
 
 #include "catalog/ProcessCatalog.h"
-#include "restart/LinuxRestartWording.h"
+#include "platform/Profile.h"
 
 namespace lullwick {
 
@@ -13,18 +13,34 @@ constexpr qsizetype maxListed = 8;
 QString holders(const QList<InhibitorEvidence::ShutdownLock> &locks)
 {
     const QString first = ShutdownLockFinding::holderName(locks.constFirst());
-    return locks.size() == 1 ? first : QStringLiteral("%1 and %2 more").arg(first).arg(locks.size() - 1);
+    if (locks.size() == 1)
+        return first;
+    // One arg() call: a name holding "%2" must stay as it is.
+    return Profile::current().restartEvidence().holdersMore.arg(first, QString::number(locks.size() - 1));
 }
 
-QString listed(QString lead, const QList<InhibitorEvidence::ShutdownLock> &locks)
+/// "Holder — why (mode, process, PID n)", the holder told by the catalog's headline where it has one.
+QString lockLine(const InhibitorEvidence::ShutdownLock &lock)
+{
+    const std::optional<ProcessInfo> info = ProcessCatalog::info(lock.processName);
+    QString line = info ? info->headline : ShutdownLockFinding::holderName(lock);
+    if (!lock.why.isEmpty())
+        line += QStringLiteral(" — ") + lock.why;
+    QStringList about{lock.mode};
+    if (!lock.processName.isEmpty())
+        about.append(lock.processName);
+    if (lock.pid > 0)
+        about.append(Profile::current().restartEvidence().pidNumber.arg(lock.pid));
+    return line + QStringLiteral(" (") + about.join(QStringLiteral(", ")) + u')';
+}
+
+QString listed(const QString &lead, const QList<InhibitorEvidence::ShutdownLock> &locks)
 {
     QStringList lines;
-    for (const InhibitorEvidence::ShutdownLock &lock : locks.first(qMin(locks.size(), maxListed))) {
-        lines.append(LinuxRestartWording::lockLine(ShutdownLockFinding::holderName(lock), lock.why, lock.mode,
-                                                   lock.processName, lock.pid));
-    }
+    for (const InhibitorEvidence::ShutdownLock &lock : locks.first(qMin(locks.size(), maxListed)))
+        lines.append(lockLine(lock));
     if (locks.size() > maxListed)
-        lines.append(LinuxRestartWording::moreLine(locks.size() - maxListed));
+        lines.append(Profile::current().restartEvidence().moreLine.arg(locks.size() - maxListed));
     return lead + QStringLiteral("\n\n") + lines.join(u'\n');
 }
 
@@ -32,19 +48,17 @@ QString listed(QString lead, const QList<InhibitorEvidence::ShutdownLock> &locks
 
 QString ShutdownLockFinding::holderName(const InhibitorEvidence::ShutdownLock &lock)
 {
-    if (!lock.processName.isEmpty()) {
-        if (const std::optional<ProcessInfo> info = ProcessCatalog::info(lock.processName))
-            return info->headline;
-    }
     if (!lock.who.isEmpty())
         return lock.who;
     if (!lock.processName.isEmpty())
         return lock.processName;
-    return lock.pid > 0 ? QStringLiteral("Process %1").arg(lock.pid) : QStringLiteral("A program");
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
+    return lock.pid > 0 ? words.processNumber.arg(lock.pid) : words.someProgram;
 }
 
 std::optional<RestartFinding> ShutdownLockFinding::from(const InhibitorEvidence &evidence)
 {
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     QList<InhibitorEvidence::ShutdownLock> blocking, delaying;
     for (const InhibitorEvidence::ShutdownLock &lock : evidence.shutdownLocks) {
         // block-weak holds off a restart from the desktop just the same.
@@ -55,23 +69,27 @@ std::optional<RestartFinding> ShutdownLockFinding::from(const InhibitorEvidence 
     }
     if (!blocking.isEmpty()) {
         const InhibitorEvidence::ShutdownLock &first = blocking.constFirst();
-        std::optional<QString> about;
+        QString title = (blocking.size() > 1 ? words.blockingTitleMany : words.blockingTitle).arg(holders(blocking));
+        if (!first.why.isEmpty())
+            title += QStringLiteral(": ") + first.why;
+        // What the program is, when the catalog knows it, then how to let it finish or quit it.
+        QStringList advice;
         if (const std::optional<ProcessInfo> info = ProcessCatalog::info(first.processName))
-            about = info->explanation;
-        return RestartFinding::make(
-            RestartSeverity::likely, LinuxRestartWording::shutdownLocksSource(),
-            LinuxRestartWording::blockingLockTitle(holders(blocking), int(blocking.size()), first.why),
-            listed(LinuxRestartWording::blockingLockDetail(), blocking + delaying),
-            LinuxRestartWording::blockingLockAdvice(about, first.processName.isEmpty() ? holderName(first)
-                                                                                       : first.processName,
-                                                    first.pid));
+            advice.append(info->explanation);
+        advice.append(words.blockingAdvice);
+        if (first.pid > 0)
+            advice.append(words.blockingQuit.arg(first.processName.isEmpty() ? holderName(first) : first.processName,
+                                                 QString::number(first.pid)));
+        return RestartFinding::make(RestartSeverity::likely, words.shutdownLocksSource, title,
+                                    listed(words.blockingDetail, blocking + delaying), advice.join(u' '));
     }
     if (!delaying.isEmpty()) {
-        return RestartFinding::make(
-            RestartSeverity::info, LinuxRestartWording::shutdownLocksSource(),
-            LinuxRestartWording::delayLockTitle(holders(delaying), evidence.inhibitDelayMaxSeconds),
-            listed(LinuxRestartWording::delayLockDetail(evidence.inhibitDelayMaxSeconds), delaying),
-            LinuxRestartWording::delayLockAdvice());
+        const QString limit = evidence.inhibitDelayMaxSeconds
+                                  ? words.delayUpTo.arg(*evidence.inhibitDelayMaxSeconds)
+                                  : words.delayFewSeconds;
+        return RestartFinding::make(RestartSeverity::info, words.shutdownLocksSource,
+                                    words.delayTitle.arg(holders(delaying), limit),
+                                    listed(words.delayDetail.arg(limit), delaying), words.delayAdvice);
     }
     return std::nullopt;
 }

@@ -14,8 +14,8 @@ public:
     ShutdownLockFinding() = delete;
 
     [[nodiscard]] static std::optional<RestartFinding> from(const InhibitorEvidence &evidence);
-    /// What a lock's holder is called: the catalog's headline for its process, else the name it
-    /// gave logind, else its process name.
+    /// What a lock's holder is called in a title: the name it gave logind, else its process name.
+    /// (The list under the title tells each holder by the catalog's headline, where it has one.)
     [[nodiscard]] static QString holderName(const InhibitorEvidence::ShutdownLock &lock);
 };
 

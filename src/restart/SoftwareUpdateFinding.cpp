@@ -2,7 +2,7 @@
 
 #include "model/TextRules.h"
 #include "platform/ProcessNames.h"
-#include "restart/LinuxRestartWording.h"
+#include "platform/Profile.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,7 +45,7 @@ QStringList packagesIn(QByteArrayView list)
             ++more;
     }
     if (more > 0)
-        packages.append(QStringLiteral("and %1 more").arg(more));
+        packages.append(Profile::current().restartEvidence().andMore.arg(more));
     return packages;
 }
 
@@ -95,29 +95,30 @@ qint64 SoftwareUpdateFinding::lockHolder(const QString &path, const QString &loc
 
 std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir)
 {
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     const QDir root(rootDir);
     if (const qint64 pid = lockHolder(root.filePath(frontendLock.sliced(1)))) {
         const QString process = text::singleLine(ProcessNames().name(pid).value_or(QString()), 64);
-        const QString name = process.isEmpty() ? QStringLiteral("Process %1").arg(pid) : process;
-        return RestartFinding::make(RestartSeverity::likely, LinuxRestartWording::softwareUpdatesSource(),
-                                    LinuxRestartWording::installingTitle(name),
-                                    LinuxRestartWording::installingDetail(frontendLock, name, pid),
-                                    LinuxRestartWording::installingAdvice());
+        const QString name = process.isEmpty() ? words.processNumber.arg(pid) : process;
+        return RestartFinding::make(RestartSeverity::likely, words.softwareUpdatesSource,
+                                    words.installingTitle.arg(name),
+                                    words.installingDetail.arg(frontendLock, name, QString::number(pid)),
+                                    words.installingAdvice);
     }
     // A link to the update's folder; a dangling one still means an update is staged.
     const QFileInfo staged(root.filePath(QStringLiteral("system-update")));
     if (staged.exists() || staged.isSymLink()) {
-        return RestartFinding::make(RestartSeverity::possible, LinuxRestartWording::softwareUpdatesSource(),
-                                    LinuxRestartWording::offlineUpdateTitle(),
-                                    LinuxRestartWording::offlineUpdateDetail(),
-                                    LinuxRestartWording::offlineUpdateAdvice());
+        return RestartFinding::make(RestartSeverity::possible, words.softwareUpdatesSource, words.offlineTitle,
+                                    words.offlineDetail, words.offlineAdvice);
     }
     if (QFileInfo::exists(root.filePath(QStringLiteral("run/reboot-required")))) {
-        const QByteArray list = readAtMost(root.filePath(QStringLiteral("run/reboot-required.pkgs")), maxNoteBytes);
-        return RestartFinding::make(RestartSeverity::info, LinuxRestartWording::softwareUpdatesSource(),
-                                    LinuxRestartWording::restartRequiredTitle(),
-                                    LinuxRestartWording::restartRequiredDetail(packagesIn(list)),
-                                    LinuxRestartWording::restartRequiredAdvice());
+        const QStringList packages =
+            packagesIn(readAtMost(root.filePath(QStringLiteral("run/reboot-required.pkgs")), maxNoteBytes));
+        QString detail = words.restartRequiredDetail;
+        if (!packages.isEmpty())
+            detail += words.restartRequiredPackages + QStringLiteral("\n\n") + packages.join(QStringLiteral(", "));
+        return RestartFinding::make(RestartSeverity::info, words.softwareUpdatesSource, words.restartRequiredTitle,
+                                    detail, words.restartRequiredAdvice);
     }
     return std::nullopt;
 }

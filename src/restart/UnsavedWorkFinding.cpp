@@ -1,12 +1,23 @@
 #include "restart/UnsavedWorkFinding.h"
 
-#include "restart/LinuxRestartWording.h"
+#include "platform/Profile.h"
 
 namespace lullwick {
 
 namespace {
 
 constexpr qsizetype maxListed = 8;
+
+/// "A", "A and B", "A, B and C", "A, B and 2 more".
+QString joinedNames(const QStringList &names)
+{
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
+    if (names.size() == 1)
+        return names.first();
+    if (names.size() <= 3)
+        return words.namesAnd.arg(names.first(names.size() - 1).join(QStringLiteral(", ")), names.last());
+    return words.holdersMore.arg(names.first(2).join(QStringLiteral(", ")), QString::number(names.size() - 2));
+}
 
 } // namespace
 
@@ -23,7 +34,7 @@ QString UnsavedWorkFinding::appName(const InhibitorEvidence::LogoutInhibitor &in
         return inhibitor.appId;
     if (!inhibitor.processName.isEmpty())
         return inhibitor.processName;
-    return QStringLiteral("An app");
+    return Profile::current().restartEvidence().someApp;
 }
 
 std::optional<RestartFinding> UnsavedWorkFinding::from(const InhibitorEvidence &evidence,
@@ -31,6 +42,7 @@ std::optional<RestartFinding> UnsavedWorkFinding::from(const InhibitorEvidence &
 {
     if (evidence.logoutInhibitors.isEmpty())
         return std::nullopt;
+    const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     QStringList apps, lines;
     for (const InhibitorEvidence::LogoutInhibitor &inhibitor : evidence.logoutInhibitors) {
         const QString name = appName(inhibitor, runningApps);
@@ -40,12 +52,11 @@ std::optional<RestartFinding> UnsavedWorkFinding::from(const InhibitorEvidence &
             lines.append(inhibitor.reason.isEmpty() ? name : name + QStringLiteral(" — ") + inhibitor.reason);
     }
     if (evidence.logoutInhibitors.size() > maxListed)
-        lines.append(LinuxRestartWording::moreLine(evidence.logoutInhibitors.size() - maxListed));
-    return RestartFinding::make(RestartSeverity::likely, LinuxRestartWording::unsavedWorkSource(),
-                                LinuxRestartWording::unsavedWorkTitle(apps),
-                                LinuxRestartWording::unsavedWorkDetail() + QStringLiteral("\n\n") +
-                                    lines.join(u'\n'),
-                                LinuxRestartWording::unsavedWorkAdvice());
+        lines.append(words.moreLine.arg(evidence.logoutInhibitors.size() - maxListed));
+    return RestartFinding::make(RestartSeverity::likely, words.unsavedWorkSource,
+                                (apps.size() == 1 ? words.unsavedTitle : words.unsavedTitleMany).arg(joinedNames(apps)),
+                                words.unsavedDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
+                                words.unsavedAdvice);
 }
 
 } // namespace lullwick

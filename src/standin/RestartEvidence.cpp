@@ -32,8 +32,12 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
         for (const LogindLock &lock : locks.value) {
             if (!lock.what.split(u':').contains(u"shutdown"))
                 continue;
+            // systemd-inhibit holds its lock for the command it runs: that is the process to name.
+            qint64 pid = lock.pid;
+            if (nameOf(pid) == u"systemd-inhibit")
+                pid = names.firstChild(pid).value_or(pid);
             out << InhibitorEvidence::line({QStringLiteral("shutdown-lock"), lock.mode, lock.who, lock.why,
-                                            QString::number(lock.pid), nameOf(lock.pid)});
+                                            QString::number(pid), nameOf(pid)});
         }
         const SourceResult<QList<Setting>> settings = logind.settings();
         if (settings.state != settings.read)
