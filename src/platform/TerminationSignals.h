@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+namespace lullwick {
+
+/// Turns SIGTERM, SIGINT and SIGHUP into an orderly quit: the event loop ends with status
+/// 128 + the signal's number, so everything owned below main() is destroyed as on a normal
+/// exit and the services end the tools they are running. One instance at a time.
+class TerminationSignals : public QObject {
+    Q_OBJECT
+
+public:
+    /// Takes over the three signals until destroyed; create it after the application object.
+    explicit TerminationSignals(QObject *parent = nullptr);
+    ~TerminationSignals() override;
+    Q_DISABLE_COPY_MOVE(TerminationSignals)
+
+    /// The signal that ended the event loop, or 0.
+    [[nodiscard]] int received() const { return m_received; }
+
+private:
+    void readSignal();
+
+    QSocketNotifier *m_notifier = nullptr;
+    int m_received = 0;
+};
+
+} // namespace lullwick
