@@ -2,6 +2,7 @@
 #include "Fixtures.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
+#include "restart/StallReports.h"
 
 #include <QtTest>
 
@@ -183,9 +184,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, fileName);
         QFETCH(QString, date);
-        const std::optional<QString> read = RestartBlockerService::dateFromStallFilename(fileName);
+        const std::optional<QString> read = StallReports::dateFromFileName(fileName);
         QCOMPARE(read, date.isNull() ? std::nullopt : std::optional(date));
-        const RestartFinding finding = RestartBlockerService::stallFinding("/reports/" + fileName);
+        const RestartFinding finding = StallReports::finding("/reports/" + fileName);
         QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + (date.isNull() ? "recently" : date));
         QVERIFY(finding.detail.contains("or more (" + fileName + "). If"));
     }
@@ -211,7 +212,7 @@ private Q_SLOTS:
         QTemporaryDir elsewhere;
         const QString target = elsewhere.filePath("precious.txt");
         Fixtures::writeFile(target, "keep me\n");
-        const QString planted = QDir::temp().filePath(RestartBlockerService::decodeFileName(report));
+        const QString planted = QDir::temp().filePath(StallReports::decodeFileName(report));
         QFile::remove(planted);
         QVERIFY(QFile::link(target, planted));
         const auto removePlanted = qScopeGuard([&] { QFile::remove(planted); });
@@ -227,7 +228,7 @@ private Q_SLOTS:
         const QStringList outputs = fake.spindumpOutputPaths();
         QCOMPARE(outputs.size(), 1);
         const QFileInfo output(outputs[0]);
-        QCOMPARE(output.fileName(), RestartBlockerService::decodeFileName(report));
+        QCOMPARE(output.fileName(), StallReports::decodeFileName(report));
         QVERIFY2(!output.exists() && !QFileInfo::exists(output.absolutePath()), "left behind");
     }
 };

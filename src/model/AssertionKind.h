@@ -52,6 +52,9 @@ public:
 
     /// The pmset type word of a known kind, or the carried word of `other`.
     [[nodiscard]] QString typeWord() const;
+    /// The program's own name of the kind, e.g. "noIdleSleepLegacy"; "other" for any unknown word.
+    /// Scripts match on it rather than on pmset's words, which differ between legacy and modern spellings.
+    [[nodiscard]] QString name() const;
     /// One plain-language sentence about what the assertion does.
     [[nodiscard]] QString humanDescription() const;
     /// The sleep kinds the assertion holds off.

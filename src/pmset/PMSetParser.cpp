@@ -1,14 +1,13 @@
 // Reading of the `pmset -g assertions` listing.
 
+#include "pmset/PMSetParser.h"
+
 #include "model/TextRules.h"
-#include "pmset/PMSetService.h"
 #include "pmset/PartialAssertion.h"
 
 namespace lullwick {
 
 namespace {
-
-enum class Section : quint8 { none, systemWide, perProcess, ignored };
 
 constexpr QStringView systemWideHeader = u"Assertion status system-wide:";
 constexpr QStringView perProcessHeader = u"Listed by owning process:";
@@ -16,20 +15,21 @@ constexpr QStringView kernelHeader = u"Kernel Assertions:";
 constexpr QStringView noTimeoutHeader = u"No timeout-based assertions";
 constexpr QStringView perProcessPrefix = u"   pid ";
 
-enum class Header : quint8 { none, systemWide, perProcess, ignored };
+enum class Section : quint8 { none, systemWide, perProcess, ignored };
 
-Header headerOf(QStringView line)
+/// The section a header line starts; `none` when the line is not a header.
+Section sectionStartedBy(QStringView line)
 {
     // Headers start in the first column; most lines are indented, so one character decides.
     if (line.isEmpty() || text::isBlank(line.front()))
-        return Header::none;
+        return Section::none;
     if (line.startsWith(systemWideHeader))
-        return Header::systemWide;
+        return Section::systemWide;
     if (line.startsWith(perProcessHeader))
-        return Header::perProcess;
+        return Section::perProcess;
     if (line.startsWith(kernelHeader) || line.startsWith(noTimeoutHeader))
-        return Header::ignored;
-    return Header::none;
+        return Section::ignored;
+    return Section::none;
 }
 
 /// Words separated by runs of U+0020 joined with single spaces (tabs stay inside words).
@@ -65,9 +65,7 @@ std::optional<SystemWideCount> parseCounterLine(QStringView line)
     return SystemWideCount{joinedWords(name), *count};
 }
 
-} // namespace
-
-std::optional<PartialAssertion> PMSetService::parsePerProcessLine(QStringView line)
+std::optional<PartialAssertion> parsePerProcessLine(QStringView line)
 {
     const QStringView trimmedLine = text::trimmed(line);
     if (!trimmedLine.startsWith(u"pid "))
@@ -125,7 +123,9 @@ std::optional<PartialAssertion> PMSetService::parsePerProcessLine(QStringView li
     return partial;
 }
 
-AssertionsSnapshot PMSetService::parse(const QString &output, const QDateTime &capturedAt)
+} // namespace
+
+AssertionsSnapshot PMSetParser::parse(const QString &output, const QDateTime &capturedAt)
 {
     AssertionsSnapshot snapshot;
     snapshot.capturedAt = capturedAt;
@@ -146,20 +146,11 @@ AssertionsSnapshot PMSetService::parse(const QString &output, const QDateTime &c
 
     // Only a line feed ends a line; a carriage return stays part of its line.
     for (QStringView line : QStringView(output).tokenize(u'\n')) {
-        switch (headerOf(line)) {
-        case Header::systemWide:
-            section = Section::systemWide; // an assertion under assembly stays pending
+        if (const Section started = sectionStartedBy(line); started != Section::none) {
+            if (started != Section::systemWide) // an assertion under assembly stays pending there
+                flushCurrent();
+            section = started;
             continue;
-        case Header::perProcess:
-            flushCurrent();
-            section = Section::perProcess;
-            continue;
-        case Header::ignored:
-            flushCurrent();
-            section = Section::ignored;
-            continue;
-        case Header::none:
-            break;
         }
 
         switch (section) {

@@ -4,6 +4,7 @@
 #include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
 #include "pmset/PMSetError.h"
+#include "pmset/PMSetParser.h"
 
 #include <QDateTime>
 #include <QFuture>
@@ -13,8 +14,6 @@
 #include <variant>
 
 namespace lullwick {
-
-struct PartialAssertion;
 
 /// The door to the power-management tool: runs pmset and ps one call at a time on a worker
 /// thread of its own, and parses the assertions listing.
@@ -35,10 +34,12 @@ public:
     [[nodiscard]] QFuture<std::optional<QString>> resolveProcessName(qint64 pid);
 
     /// Reads a `pmset -g assertions` listing. Pure; never fails; unreadable lines are skipped.
-    [[nodiscard]] static AssertionsSnapshot parse(const QString &output, const QDateTime &capturedAt);
+    [[nodiscard]] static AssertionsSnapshot parse(const QString &output, const QDateTime &capturedAt)
+    {
+        return PMSetParser::parse(output, capturedAt);
+    }
 
 private:
-    [[nodiscard]] static std::optional<PartialAssertion> parsePerProcessLine(QStringView line);
     [[nodiscard]] static Result<QString> runPMSet(const QString &pmsetPath, const QStringList &arguments,
                                                   const std::atomic<bool> &stop);
 

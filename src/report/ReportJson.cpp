@@ -7,40 +7,12 @@
 #include "summary/SummaryVerdict.h"
 
 #include <QJsonArray>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace lullwick {
 
 namespace {
-
-// The program's own names of the kinds, indexed by AssertionKind::Case; scripts match on these
-// rather than on pmset's words, which differ between the legacy and modern spellings.
-constexpr std::array<QStringView, AssertionKind::other + 1> kindNames{
-    u"preventUserIdleSystemSleep",
-    u"preventSystemSleep",
-    u"preventUserIdleDisplaySleep",
-    u"preventDiskIdle",
-    u"userIsActive",
-    u"systemIsActive",
-    u"noIdleSleepLegacy",
-    u"noDisplaySleepLegacy",
-    u"denySystemSleepLegacy",
-    u"backgroundTask",
-    u"applePushServiceTask",
-    u"interactivePushServiceTask",
-    u"softwareUpdateTask",
-    u"maintenanceWake",
-    u"networkClientActive",
-    u"externalMedia",
-    u"displayWake",
-    u"requiresDisplayAudio",
-    u"awakeOnReservePower",
-    u"internalPreventSleep",
-    u"internalPreventDisplaySleep",
-    u"other",
-};
 
 template <typename T> QJsonValue orNull(const std::optional<T> &value)
 {
@@ -76,7 +48,7 @@ QJsonObject assertionObject(const Assertion &a, const ResolvedNames &names)
             {u"assertionID"_s, a.assertionID},
             {u"timeHeld"_s, a.timeHeld},
             {u"type"_s, a.kind.typeWord()},
-            {u"kind"_s, kindNames[a.kind.kindCase()].toString()},
+            {u"kind"_s, a.kind.name()},
             {u"namedReason"_s, orNull(a.namedReason)},
             {u"extras"_s, orNull(a.extras)},
             {u"createdForPID"_s, orNull(row.createdForPID)},

@@ -3,6 +3,7 @@
 #include "model/RandomUuid.h"
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
+#include "restart/StallReports.h"
 
 #include <QCollator>
 #include <QLocale>
@@ -56,6 +57,19 @@ RestartBlockerService::RestartBlockerService(QString logPath, QString spindumpPa
 
 RestartBlockerService::~RestartBlockerService() = default;
 
+std::optional<QString> RestartBlockerService::mostRecentStallReport() const
+{
+    return StallReports::mostRecent(m_reportsDir);
+}
+
+QFuture<std::optional<QString>> RestartBlockerService::decodeStallReport(QString path)
+{
+    return m_worker.run(
+        [spindumpPath = m_spindumpPath, path = std::move(path)](const std::atomic<bool> &stop) {
+            return StallReports::decode(spindumpPath, path, stop);
+        });
+}
+
 QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<AssertionsSnapshot> assertions,
                                                         QList<RunningAppInfo> runningApps)
 {
@@ -64,9 +78,9 @@ QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<Assertions
         QList<RestartFinding> findings;
         findings += updateFindings(assertions);
         findings += loginwindowFindings(logPath, stop);
-        const std::optional<QString> stallReport = mostRecentStallReport(reportsDir);
+        const std::optional<QString> stallReport = StallReports::mostRecent(reportsDir);
         if (stallReport)
-            findings.append(stallFinding(*stallReport));
+            findings.append(StallReports::finding(*stallReport));
         findings += runningAppFindings(runningApps);
         // Stable: findings of equal severity stay in the order of their sources.
         std::stable_sort(

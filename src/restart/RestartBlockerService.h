@@ -9,13 +9,12 @@
 #include <QFuture>
 #include <QList>
 #include <QString>
-#include <QStringView>
 #include <optional>
 
 namespace lullwick {
 
 /// Gathers and ranks the evidence of what may hold up a restart, and decodes shutdown stall
-/// reports. Runs one request at a time on a worker thread of its own.
+/// reports (StallReports). Runs one request at a time on a worker thread of its own.
 class RestartBlockerService {
 public:
     explicit RestartBlockerService(QString logPath = ToolPaths::log(),
@@ -34,17 +33,8 @@ public:
 
     /// The full path of the newest stall report in the reports folder, chosen by name; nothing if none.
     [[nodiscard]] std::optional<QString> mostRecentStallReport() const;
-    /// The finding for the stall report at `path`.
-    [[nodiscard]] static RestartFinding stallFinding(const QString &path);
-    /// The date in a stall report's file name, as "on March 7, 2024"; nothing when it has none.
-    [[nodiscard]] static std::optional<QString> dateFromStallFilename(QStringView fileName);
-    /// The value of the first non-empty "Process:" line of a decoded report.
-    [[nodiscard]] static std::optional<QString> culpritFromSpindump(QStringView text);
-    /// The name of the file a decode of `reportPath` writes: "lullwick-stall-<number>.txt".
-    [[nodiscard]] static QString decodeFileName(const QString &reportPath);
 
 private:
-    [[nodiscard]] static std::optional<QString> mostRecentStallReport(const QString &reportsDir);
     [[nodiscard]] static QList<RestartFinding>
     updateFindings(const std::optional<AssertionsSnapshot> &assertions);
     [[nodiscard]] static QList<RestartFinding> loginwindowFindings(const QString &logPath,
@@ -52,8 +42,6 @@ private:
     [[nodiscard]] static QList<RestartFinding> runningAppFindings(const QList<RunningAppInfo> &apps);
     [[nodiscard]] static std::optional<QString> runLogShow(const QString &logPath,
                                                            const std::atomic<bool> &stop);
-    [[nodiscard]] static std::optional<QString> decode(const QString &spindumpPath, const QString &reportPath,
-                                                       const std::atomic<bool> &stop);
 
     const QString m_logPath;
     const QString m_spindumpPath;

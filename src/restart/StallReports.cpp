@@ -1,8 +1,8 @@
-// The shutdown stall report side of RestartBlockerService: finding, dating and decoding reports.
+#include "restart/StallReports.h"
+
 #include "model/RandomUuid.h"
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
-#include "restart/RestartBlockerService.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,12 +20,7 @@ constexpr QStringView monthNames[] = {u"January",   u"February", u"March",    u"
 
 } // namespace
 
-std::optional<QString> RestartBlockerService::mostRecentStallReport() const
-{
-    return mostRecentStallReport(m_reportsDir);
-}
-
-std::optional<QString> RestartBlockerService::mostRecentStallReport(const QString &reportsDir)
+std::optional<QString> StallReports::mostRecent(const QString &reportsDir)
 {
     const QDir dir(reportsDir);
     const QStringList names = dir.entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
@@ -42,7 +37,7 @@ std::optional<QString> RestartBlockerService::mostRecentStallReport(const QStrin
     return dir.filePath(*newest);
 }
 
-std::optional<QString> RestartBlockerService::dateFromStallFilename(QStringView fileName)
+std::optional<QString> StallReports::dateFromFileName(QStringView fileName)
 {
     // Names look like "loginwindow_2024-03-07-101500_Mac.shutdownStall": the date part is the first
     // underscore-separated part that starts with the millennium digit and has hyphens.
@@ -67,10 +62,10 @@ std::optional<QString> RestartBlockerService::dateFromStallFilename(QStringView 
     return QStringLiteral("on %1 %2, %3").arg(monthNames[*month - 1], QString::number(*day), pieces[0]);
 }
 
-RestartFinding RestartBlockerService::stallFinding(const QString &path)
+RestartFinding StallReports::finding(const QString &path)
 {
     const QString fileName = QFileInfo(path).fileName();
-    const QString when = dateFromStallFilename(fileName).value_or(QStringLiteral("recently"));
+    const QString when = dateFromFileName(fileName).value_or(QStringLiteral("recently"));
     return {
         newRandomUuid(),
         RestartSeverity::possible,
@@ -86,7 +81,7 @@ RestartFinding RestartBlockerService::stallFinding(const QString &path)
                        "Apple's spindump tool and may ask for your password).")};
 }
 
-std::optional<QString> RestartBlockerService::culpritFromSpindump(QStringView text)
+std::optional<QString> StallReports::culpritFromSpindump(QStringView text)
 {
     static constexpr QStringView marker = u"Process:";
     for (QStringView line : text.tokenize(u'\n')) {
@@ -100,19 +95,13 @@ std::optional<QString> RestartBlockerService::culpritFromSpindump(QStringView te
     return std::nullopt;
 }
 
-QString RestartBlockerService::decodeFileName(const QString &reportPath)
+QString StallReports::decodeFileName(const QString &reportPath)
 {
     return QStringLiteral("lullwick-stall-%1.txt").arg(qHash(reportPath, 0));
 }
 
-QFuture<std::optional<QString>> RestartBlockerService::decodeStallReport(QString path)
-{
-    return m_worker.run([spindumpPath = m_spindumpPath, path = std::move(path)](
-                            const std::atomic<bool> &stop) { return decode(spindumpPath, path, stop); });
-}
-
-std::optional<QString> RestartBlockerService::decode(const QString &spindumpPath, const QString &reportPath,
-                                                     const std::atomic<bool> &stop)
+std::optional<QString> StallReports::decode(const QString &spindumpPath, const QString &reportPath,
+                                            const std::atomic<bool> &stop)
 {
     // The shared temporary folder lets anyone plant a file or a link at a predictable name, so the
     // output goes into a folder of our own, made fresh with owner-only access (mkdtemp).

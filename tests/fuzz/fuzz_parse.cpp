@@ -1,7 +1,7 @@
 // Feeds arbitrary text to the pmset listing reader: it must never crash, and every record it
 // builds must hold together.
 
-#include "pmset/PMSetService.h"
+#include "pmset/PMSetParser.h"
 
 #include <QDateTime>
 #include <cstdint>
@@ -12,7 +12,7 @@ using namespace lullwick;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
-    const AssertionsSnapshot snapshot = PMSetService::parse(text, QDateTime());
+    const AssertionsSnapshot snapshot = PMSetParser::parse(text, QDateTime());
     if (snapshot.rawOutput != text)
         std::abort();
 

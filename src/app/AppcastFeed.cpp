@@ -1,4 +1,4 @@
-#include "platform/AppcastFeed.h"
+#include "app/AppcastFeed.h"
 
 #include <QXmlStreamReader>
 
