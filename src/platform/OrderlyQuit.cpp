@@ -1,4 +1,4 @@
-#include "platform/TerminationSignals.h"
+#include "platform/OrderlyQuit.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -41,13 +41,13 @@ bool makePipe()
 
 } // namespace
 
-TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent)
+OrderlyQuit::OrderlyQuit(QObject *parent) : QObject(parent)
 {
     Q_ASSERT(pipeFds[0] == -1);
     if (!makePipe())
         return; // no pipe, no handlers: the signals keep their default effect
     m_notifier = new QSocketNotifier(pipeFds[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::readSignal);
+    connect(m_notifier, &QSocketNotifier::activated, this, &OrderlyQuit::readSignal);
 
     struct sigaction action = {};
     action.sa_handler = onTerminationSignal;
@@ -57,7 +57,7 @@ TerminationSignals::TerminationSignals(QObject *parent) : QObject(parent)
         ::sigaction(signal, &action, nullptr);
 }
 
-TerminationSignals::~TerminationSignals()
+OrderlyQuit::~OrderlyQuit()
 {
     if (!m_notifier)
         return;
@@ -73,7 +73,16 @@ TerminationSignals::~TerminationSignals()
     }
 }
 
-void TerminationSignals::readSignal()
+void OrderlyQuit::settle()
+{
+    // A destroyed service has ended its calls; their results wait in the queue of this thread.
+    // Delivering them resumes the awaiting tasks, which find their model gone and end; what they
+    // leave to deleteLater goes next (only an explicit request deletes outside an event loop).
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void OrderlyQuit::readSignal()
 {
     unsigned char number = 0;
     while (::read(pipeFds[0], &number, 1) == 1) {
