@@ -190,7 +190,7 @@ private Q_SLOTS:
         const QString program = fake.placeProgram(QStringLiteral(LULLWICK_PROGRAM));
         QVERIFY(!program.isEmpty());
         QProcess lullwick; // offscreen, as this test is
-        const qint64 tool = fake.signalDuringHeldCall(lullwick, program, signal);
+        const qint64 tool = fake.signalDuringHeldCall(lullwick, program, {signal});
         QVERIFY(tool > 0);
         QCOMPARE(lullwick.exitStatus(), signal == SIGKILL ? QProcess::CrashExit : QProcess::NormalExit);
         if (signal != SIGKILL)

@@ -4,6 +4,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <utility>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -53,8 +54,14 @@ OrderlyQuit::OrderlyQuit(QObject *parent) : QObject(parent)
     action.sa_handler = onTerminationSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
-    for (const int signal : handledSignals)
+    for (const int signal : handledSignals) {
+        // A signal ignored when we started stays ignored: nohup's SIGHUP, a background job's SIGINT.
+        struct sigaction before = {};
+        if (::sigaction(signal, nullptr, &before) == 0 && before.sa_handler == SIG_IGN)
+            continue;
         ::sigaction(signal, &action, nullptr);
+        m_taken.append(signal);
+    }
 }
 
 OrderlyQuit::~OrderlyQuit()
@@ -64,7 +71,7 @@ OrderlyQuit::~OrderlyQuit()
     struct sigaction action = {};
     action.sa_handler = SIG_DFL;
     sigemptyset(&action.sa_mask);
-    for (const int signal : handledSignals)
+    for (const int signal : std::as_const(m_taken))
         ::sigaction(signal, &action, nullptr);
     delete m_notifier;
     for (int &fd : pipeFds) {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 
 class QSocketNotifier;
 
 namespace lullwick {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into an orderly quit: the event loop ends with status
+/// Turns SIGTERM, SIGINT and SIGHUP (unless ignored when the program started) into an orderly quit: the event loop ends with status
 /// 128 + the signal's number, so everything owned below main() is destroyed as on a normal
 /// exit and the services end the tools they are running. One instance at a time.
 ///
@@ -36,6 +37,7 @@ private:
     void readSignal();
 
     QSocketNotifier *m_notifier = nullptr;
+    QList<int> m_taken; // the signals we handle; one ignored at start is left alone
     int m_received = 0;
 };
 

@@ -79,13 +79,15 @@ QString FakeToolDir::placeProgram(const QString &built) const
     return placed ? copy : QString();
 }
 
-qint64 FakeToolDir::signalDuringHeldCall(QProcess &program, const QString &path, int signal) const
+qint64 FakeToolDir::signalDuringHeldCall(QProcess &program, const QString &path,
+                                         const QList<int> &signalsSent) const
 {
     hold(QStringLiteral("assertions"));
     program.start(path, {});
     if (!waitForStart(QStringLiteral("assertions")))
         return 0;
-    ::kill(pid_t(program.processId()), signal);
+    for (const int signal : signalsSent)
+        ::kill(pid_t(program.processId()), signal);
     // The held call gives up after 20 s or more: a program that waited for it would miss this.
     if (!program.waitForFinished(10'000))
         return 0;

@@ -78,9 +78,11 @@ public:
     /// Copies the built program `built` here, beside a `lullwick-pmset` link to the fake pmset, where
     /// the program looks for its pmset; the copy's path, or nothing when it could not be placed.
     [[nodiscard]] QString placeProgram(const QString &built) const;
-    /// Starts `program` with the assertions call held, sends it `signal` once that call runs, and
-    /// waits for the program to end; the held call's PID, or 0 when it never started or nothing ended.
-    [[nodiscard]] qint64 signalDuringHeldCall(QProcess &program, const QString &path, int signal) const;
+    /// Starts `program` with the assertions call held, sends it `signals` in order once that call
+    /// runs, and waits for the program to end; the held call's PID, or 0 when it never started or
+    /// the program did not end.
+    [[nodiscard]] qint64 signalDuringHeldCall(QProcess &program, const QString &path,
+                                              const QList<int> &signalsSent) const;
 
     /// Whether any live (not zombie) process is left in the process group `pgid`.
     [[nodiscard]] static bool processGroupAlive(qint64 pgid);
