@@ -2,6 +2,7 @@
 #include "Fixtures.h"
 #include "details/DetailsClipboard.h"
 #include "pmset/PMSetService.h"
+#include "report/ReportOptions.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "summary/SummaryClipboard.h"
@@ -105,7 +106,7 @@ private Q_SLOTS:
 
         std::optional<RestartAnalysis> analysis;
         if (report == "restart") {
-            RestartModel model(RunningApps::current, rig.fake.path() + "/lullwick-pmset");
+            RestartModel model([] { return RunningApps::current(); }, rig.fake.path() + "/lullwick-pmset");
             model.analyze();
             QTRY_VERIFY_WITH_TIMEOUT(model.analysis(), waitMs);
             analysis = model.analysis();
@@ -133,6 +134,8 @@ private Q_SLOTS:
         QTest::addRow("created-for pid") << "assertions/0/createdForPID" << ownPid.toUtf8();
         QTest::addRow("created-for name resolved by ps")
             << "assertions/0/createdForName" << QByteArray(R"j("tst_report")j");
+        // Above the largest PID Linux hands out, so ps cannot name it.
+        QTest::addRow("created-for name not found") << "assertions/3/createdForName" << QByteArray("null");
         QTest::addRow("extras") << "assertions/0/extras"
                                 << "\"Created for PID: " + ownPid.toUtf8() + ".\"";
         // The built profile's wording (Linux here); the Mac wording is checked in a Mac-profile build.
@@ -187,6 +190,34 @@ private Q_SLOTS:
             const QDateTime at = QDateTime::fromString(stamp.toString(), Qt::ISODate);
             QVERIFY(at >= m_jsonRun.from && at <= m_jsonRun.to);
         }
+    }
+
+    // "--" ends the options: whatever follows is a report name, however it looks.
+    void optionsEndAtDoubleDash_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("error"); // null: runs the details report, failing on display sleep
+        QTest::addRow("an option after it is a report name")
+            << QStringList{"--", "--fail-if-blocked=idle"} << "Unknown report: --fail-if-blocked=idle";
+        QTest::addRow("a bare option after it is a report name")
+            << QStringList{"--", "--json"} << "Unknown report: --json";
+        QTest::addRow("options before it still count")
+            << QStringList{"--fail-if-blocked=display", "--", "details"} << QString();
+    }
+    void optionsEndAtDoubleDash()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, error);
+        const ReportOptions::Parsed parsed = ReportOptions::parse(QStringList{"lullwick-report"} + arguments);
+        if (!error.isNull()) {
+            QCOMPARE(parsed.action, ReportOptions::Action::usageError);
+            QCOMPARE(parsed.message.section('\n', 0, 0), error);
+            return;
+        }
+        QCOMPARE(parsed.action, ReportOptions::Action::run);
+        QCOMPARE(parsed.options.mode, ReportOptions::Mode::details);
+        QVERIFY(parsed.options.failIfBlocked.contains(SleepKind::display));
+        QVERIFY(!parsed.options.failIfBlocked.contains(SleepKind::idleSystem));
     }
 
     void exitStatus_data()

@@ -136,6 +136,26 @@ private Q_SLOTS:
         QVERIFY(!model->analysis()->decodedStallProcess);
     }
 
+    // The first of two overlapping analyses to end leaves the model busy with the second.
+    void overlappingAnalysesStayBusyToTheEnd()
+    {
+        Rig rig;
+        auto model = rig.model();
+        QSignalSpy stored(model.get(), &RestartModel::analysisChanged);
+        rig.fake.hold("log");
+        model->analyze();
+        QTRY_COMPARE(rig.fake.toolCalls().size(), 2); // its pmset read has ended, its log query is held
+        rig.fake.hold("assertions");
+        model->analyze();
+        rig.fake.release("log");
+
+        QTRY_COMPARE(stored.count(), 1); // the second is held at its pmset read
+        QVERIFY(model->isAnalyzing());
+        rig.fake.release("assertions");
+        QVERIFY(settle(*model));
+        QCOMPARE(stored.count(), 2);
+    }
+
     void modelCanGoWhileAnalyzing()
     {
         Rig rig;

@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 #include "ui/Card.h"
 #include "ui/Icons.h"
+#include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
 
 #include <QHBoxLayout>
@@ -63,14 +64,17 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     m_title->setObjectName(u"rowTitle"_s);
     titleRow->addWidget(m_title, 1, Qt::AlignTop);
     titleRow->addSpacing(8);
-    titleRow->addWidget(heldDurationLabel(m_assertion.timeHeld, this), 0, Qt::AlignTop);
+    QWidget *badge = heldDurationLabel(m_assertion.timeHeld, this);
+    m_held = badge->findChild<QLabel *>(u"rowHeldText"_s);
+    titleRow->addWidget(badge, 0, Qt::AlignTop);
     m_column->addLayout(titleRow);
 
-    auto *process = TextStyle::label({}, Style::callout, Role::secondary, Option::wrap, this);
+    auto *process = new TextLabel(this);
+    TextStyle::apply(process, Style::callout, Role::secondary, Option::wrap | Option::plainText);
     process->setObjectName(u"rowProcess"_s);
-    process->setTextFormat(Qt::RichText);
-    process->setText(u"<span style=\"font-weight:500\">"_s + m_assertion.processName.toHtmlEscaped() +
-                     u"</span>"_s + m_text.processSuffix.toHtmlEscaped());
+    process->setText(m_assertion.processName + m_text.processSuffix);
+    process->setEmphasis(int(m_assertion.processName.size()), QFont::Medium);
+    m_process = process;
     m_column->addWidget(process);
 
     auto *buttonRow = new QHBoxLayout;
@@ -98,10 +102,24 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
 void AssertionRow::showNames(const ResolvedNames &names)
 {
     m_text = AssertionRowText::make(m_assertion, names);
-    m_title->setText(m_text.title);
+    if (m_title->text() != m_text.title)
+        m_title->setText(m_text.title);
     showLine(m_createdFor, createdForLine, m_text.createdForLine);
     showLine(m_explanation, explanationLine, m_text.explanation);
     showLine(m_callToAction, callToActionLine, m_text.callToAction);
+}
+
+void AssertionRow::showAssertion(Assertion assertion, const ResolvedNames &names)
+{
+    // The process name and kind are what the row was matched by; the held time moves on.
+    m_assertion = std::move(assertion);
+    const QString held = u"Held "_s + AssertionRowText::prettyDuration(m_assertion.timeHeld);
+    if (m_held->text() != held)
+        m_held->setText(held);
+    showNames(names);
+    const QString process = m_assertion.processName + m_text.processSuffix;
+    if (m_process->text() != process)
+        m_process->setText(process);
 }
 
 void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QString> &text)
@@ -135,7 +153,8 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
         }
         m_column->insertWidget(index, label);
     }
-    label->setText(*text);
+    if (label->text() != *text)
+        label->setText(*text);
     label->show();
 }
 

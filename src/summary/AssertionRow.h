@@ -32,6 +32,9 @@ public:
 
     /// Shows the texts that depend on the created-for name, as `names` has it.
     void showNames(const ResolvedNames &names);
+    /// Shows `assertion` instead, the same process's assertion in a newer reading; only the texts
+    /// that differ are set again.
+    void showAssertion(Assertion assertion, const ResolvedNames &names);
 
 private:
     /// Shows `text` in the optional line `label` at `position` among the optional lines, creating
@@ -42,6 +45,8 @@ private:
     AssertionRowText m_text;
     QVBoxLayout *m_column;
     QLabel *m_title;
+    QLabel *m_process;
+    QLabel *m_held;
     QLabel *m_createdFor = nullptr;
     QLabel *m_explanation = nullptr;
     QLabel *m_callToAction = nullptr;

@@ -112,6 +112,7 @@ int main(int argc, char *argv[])
                   {"shutdown", "apt", "Upgrading packages", "block", 0, self},
                   {"idle:sleep", "old-job", "Left behind", "block", 1000, uint(exited)},
                   {"idle", "rsync -a /home /backup", "Nightly backup", "block", 0, uint(inhibit)},
+                  {"sleep", "Updater", "Weak\rhold", "block-weak", 0, self},
               });
     a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
                                         {"IdleActionUSec", qulonglong(1800000000)},
@@ -126,24 +127,29 @@ int main(int argc, char *argv[])
                   QDBusObjectPath(gsm + "/Inhibitor1"), QDBusObjectPath(gsm + "/Inhibitor2"),
                   QDBusObjectPath(gsm + "/Inhibitor3"),
                   QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
+                  QDBusObjectPath(gsm + "/Inhibitor5"),
               });
     const struct {
+        int number;
         const char *app, *reason;
         uint flags;
         const char *client; // under the session manager's path; empty: no client
-    } inhibitors[] = {{"org.gnome.Totem", "Playing a video", 8, "/Client1"},
-                      {"firefox", "Downloading files", 4, ""},
-                      {"org.gnome.TextEditor", "Unsaved documents", 1, ""}};
-    for (int i = 0; i < 3; ++i) {
-        const QString path = gsm + "/Inhibitor" + QString::number(i + 1) + ' ';
-        a[path + "GetAppId"] = QString::fromUtf8(inhibitors[i].app);
-        a[path + "GetReason"] = QString::fromUtf8(inhibitors[i].reason);
-        a[path + "GetFlags"] = inhibitors[i].flags;
+    } inhibitors[] = {{1, "org.gnome.Totem", "Playing a video", 8, "/Client1"},
+                      {2, "firefox", "Downloading files", 4, ""},
+                      {3, "org.gnome.TextEditor", "Unsaved documents", 1, ""},
+                      // Suspend and idle, as video players ask, for a client whose process is unknown.
+                      {5, "io.github.celluloid_player.Celluloid", "Watching\ta\033film", 12, "/Client2"}};
+    for (const auto &inhibitor : inhibitors) {
+        const QString path = gsm + "/Inhibitor" + QString::number(inhibitor.number) + ' ';
+        a[path + "GetAppId"] = QString::fromUtf8(inhibitor.app);
+        a[path + "GetReason"] = QString::fromUtf8(inhibitor.reason);
+        a[path + "GetFlags"] = inhibitor.flags;
         const QString client =
-            *inhibitors[i].client ? gsm + QLatin1String(inhibitors[i].client) : QStringLiteral("/");
+            *inhibitor.client ? gsm + QLatin1String(inhibitor.client) : QStringLiteral("/");
         a[path + "GetClientId"] = QVariant::fromValue(QDBusObjectPath(client));
     }
     a[gsm + "/Client1 GetUnixProcessId"] = uint(getppid()); // the test plays the application
+    a[gsm + "/Client2 GetUnixProcessId"] = uint(0);
 
     const QString agent = QStringLiteral("/org/kde/Solid/PowerManagement/PolicyAgent");
     a[agent + " ListInhibitions"] = QVariant::fromValue(QList<Inhibition>{{"vlc", "Playing media"}});
