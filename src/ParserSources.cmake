@@ -9,5 +9,14 @@ set(LULLWICK_PARSER_SOURCES
     model/TextRules.cpp
     pmset/PartialAssertion.cpp
     pmset/PMSetParser.cpp
+    # An assertion kind's description is the platform profile's wording.
+    platform/Profile.cpp
+    platform/MacProfile.cpp
+    platform/LinuxProfile.cpp
+    catalog/MacCatalog.cpp
+    catalog/LinuxCatalog.cpp
 )
+if(NOT APPLE)
+    list(APPEND LULLWICK_PARSER_SOURCES platform/linux/DesktopEntry.cpp)
+endif()
 list(TRANSFORM LULLWICK_PARSER_SOURCES PREPEND "${CMAKE_CURRENT_LIST_DIR}/")

@@ -125,6 +125,35 @@ private Q_SLOTS:
         QCOMPARE(model.lastError(), std::optional<QString>("pmset exited with status 1.\n\nnot allowed\n"));
     }
 
+    // A second refresh asked for while one runs keeps the model busy until it, too, has ended.
+    void overlappingRefreshesStayBusyToTheEnd()
+    {
+        FakeToolDir fake;
+        QVERIFY(playWorkingTools(fake));
+        fake.setOutput("assertions",
+                       "Listed by owning process:\n   pid 1(a): [b] t W\n"); // no names to look up
+        fake.hold("settings");
+        AssertionsModel model(fake.pmsetPath(), fake.psPath());
+        model.refresh();
+        QVERIFY(fake.waitForStart("settings"));
+        model.refresh(); // queued behind the first one's settings read
+        fake.hold("assertions");
+        fake.release("settings");
+
+        // The first refresh ends while the second one's assertions read is held.
+        QVERIFY(QTest::qWaitFor([&] { return fake.pmsetCalls().size() == 3; }, refreshTimeoutMs));
+        QVERIFY(QTest::qWaitFor([&] { return model.settingsRaw() == "settings\n"; }, refreshTimeoutMs));
+        QCoreApplication::processEvents();
+        QVERIFY(model.isFetching());
+
+        fake.release("assertions");
+        QVERIFY(QTest::qWaitFor([&] { return !model.isFetching(); }, refreshTimeoutMs));
+        const QList<FakeToolDir::Call> calls = fake.pmsetCalls();
+        QCOMPARE(calls.size(), 4);
+        QVERIFY(std::all_of(calls.cbegin(), calls.cend(),
+                            [](const FakeToolDir::Call &c) { return c.endNs != 0; }));
+    }
+
     // Each pmset run is held until the test has seen the UI thread carry on without it.
     void uiThreadNeverWaitsForTheTool()
     {

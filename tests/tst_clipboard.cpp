@@ -2,6 +2,7 @@
 #include "Fixtures.h"
 #include "catalog/ProcessCatalog.h"
 #include "details/DetailsClipboard.h"
+#include "platform/Profile.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
 #include "restart/RestartClipboard.h"
@@ -66,6 +67,8 @@ No obvious restart blocker found. If restart still hangs, it's most likely an ap
 
 class TestClipboard : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
 private slots:
     void completeDateTimeForUsEnglishInUtc()

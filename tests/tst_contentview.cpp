@@ -4,6 +4,7 @@
 #include "app/LullwickApp.h"
 #include "details/DetailsClipboard.h"
 #include "platform/DateFormat.h"
+#include "platform/Profile.h"
 #include "platform/linux/FeedUpdater.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
@@ -47,6 +48,8 @@ Header headerOf(const ContentView &view)
 
 class TestContentView : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
 private Q_SLOTS:
     void headerFollowsTheReadings()

@@ -59,24 +59,65 @@ private Q_SLOTS:
         QTEST(text::escapedControls(text, kept), "escaped");
     }
 
-    // The modern words are read, with what they block, in blockers().
-    void kindsFromTypeWords_data()
+    // Every pmset word: the kind it reads as, the kinds of sleep it holds off, and the name
+    // scripts see in the JSON report.
+    void everyTypeWord_data()
     {
         QTest::addColumn<QString>("word");
         QTest::addColumn<int>("kindCase");
-        QTest::newRow("legacy idle") << "NoIdleSleepAssertion" << int(AssertionKind::noIdleSleepLegacy);
-        QTest::newRow("legacy display")
-            << "NoDisplaySleepAssertion" << int(AssertionKind::noDisplaySleepLegacy);
-        QTest::newRow("legacy system") << "DenySystemSleep" << int(AssertionKind::denySystemSleepLegacy);
-        QTest::newRow("lower case is other") << "preventuseridlesystemsleep" << int(AssertionKind::other);
-        QTest::newRow("empty is other") << "" << int(AssertionKind::other);
+        QTest::addColumn<QString>("blocks");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const QString &word, AssertionKind::Case c, const QString &blocks,
+                            const QString &name) {
+            QTest::addRow("%s", qPrintable(word.isEmpty() ? u"(empty)"_s : word))
+                << word << int(c) << blocks << name;
+        };
+        using K = AssertionKind;
+        row(u"PreventUserIdleSystemSleep"_s, K::preventUserIdleSystemSleep, u"idle"_s,
+            u"preventUserIdleSystemSleep"_s);
+        row(u"PreventSystemSleep"_s, K::preventSystemSleep, u"idle system display"_s,
+            u"preventSystemSleep"_s);
+        row(u"PreventUserIdleDisplaySleep"_s, K::preventUserIdleDisplaySleep, u"idle display"_s,
+            u"preventUserIdleDisplaySleep"_s);
+        row(u"PreventDiskIdle"_s, K::preventDiskIdle, QString(), u"preventDiskIdle"_s);
+        row(u"UserIsActive"_s, K::userIsActive, QString(), u"userIsActive"_s);
+        row(u"SystemIsActive"_s, K::systemIsActive, u"idle"_s, u"systemIsActive"_s);
+        row(u"NoIdleSleepAssertion"_s, K::noIdleSleepLegacy, u"idle"_s, u"noIdleSleepLegacy"_s);
+        row(u"NoDisplaySleepAssertion"_s, K::noDisplaySleepLegacy, u"idle display"_s,
+            u"noDisplaySleepLegacy"_s);
+        row(u"DenySystemSleep"_s, K::denySystemSleepLegacy, u"idle system display"_s,
+            u"denySystemSleepLegacy"_s);
+        row(u"BackgroundTask"_s, K::backgroundTask, u"idle"_s, u"backgroundTask"_s);
+        row(u"ApplePushServiceTask"_s, K::applePushServiceTask, u"idle"_s, u"applePushServiceTask"_s);
+        row(u"InteractivePushServiceTask"_s, K::interactivePushServiceTask, u"idle"_s,
+            u"interactivePushServiceTask"_s);
+        row(u"SoftwareUpdateTask"_s, K::softwareUpdateTask, u"idle"_s, u"softwareUpdateTask"_s);
+        row(u"MaintenanceWake"_s, K::maintenanceWake, u"idle"_s, u"maintenanceWake"_s);
+        row(u"NetworkClientActive"_s, K::networkClientActive, u"idle"_s, u"networkClientActive"_s);
+        row(u"ExternalMedia"_s, K::externalMedia, QString(), u"externalMedia"_s);
+        row(u"DisplayWake"_s, K::displayWake, QString(), u"displayWake"_s);
+        row(u"RequiresDisplayAudio"_s, K::requiresDisplayAudio, QString(), u"requiresDisplayAudio"_s);
+        row(u"AwakeOnReservePower"_s, K::awakeOnReservePower, QString(), u"awakeOnReservePower"_s);
+        row(u"InternalPreventSleep"_s, K::internalPreventSleep, QString(), u"internalPreventSleep"_s);
+        row(u"InternalPreventDisplaySleep"_s, K::internalPreventDisplaySleep, QString(),
+            u"internalPreventDisplaySleep"_s);
+        row(u"preventuseridlesystemsleep"_s, K::other, QString(), u"other"_s);
+        row(QString(), K::other, QString(), u"other"_s);
     }
-    void kindsFromTypeWords()
+    void everyTypeWord()
     {
         QFETCH(QString, word);
+        QFETCH(int, kindCase);
         const AssertionKind kind = AssertionKind::fromRawType(word);
-        QTEST(int(kind.kindCase()), "kindCase");
+        QCOMPARE(int(kind.kindCase()), kindCase);
         QCOMPARE(kind.typeWord(), word);
+        QStringList blocks;
+        for (SleepKind sleep : allSleepKinds) {
+            if (kind.blockedSleepKinds().contains(sleep))
+                blocks << QStringList{u"idle"_s, u"system"_s, u"display"_s}[int(sleep)];
+        }
+        QTEST(blocks.join(u' '), "blocks");
+        QTEST(kind.name(), "name");
         if (kind.isOther())
             QCOMPARE(kind.humanDescription(), "Assertion: " + word + '.');
     }
@@ -152,18 +193,6 @@ private Q_SLOTS:
             lists << pidTexts.join(u',');
         }
         QTEST(lists.join(" | "), "lists");
-    }
-
-    // Sleep kinds and restart severities read back from their raw values, and from nothing else.
-    void rawValuesReadBackExactly()
-    {
-        for (SleepKind kind : allSleepKinds)
-            QCOMPARE(sleepKindFromRawValue(rawValue(kind)), std::optional(kind));
-        QVERIFY(!sleepKindFromRawValue(rawValue(SleepKind::display).toLower()));
-        QCOMPARE(restartSeverityFromRawValue(3), RestartSeverity::likely);
-        QCOMPARE(restartSeverityFromRawValue(1), RestartSeverity::info);
-        for (int outside : {-1, 0, 4})
-            QCOMPARE(restartSeverityFromRawValue(outside), std::nullopt);
     }
 };
 

@@ -62,6 +62,9 @@ private Q_SLOTS:
             {"1(a)[b] t ?W \"say \" -"});
         row("carriage return joins the type word", perProcess("   pid 1(a): [b] t W\r"),
             {"1(a)[b] t ?W\r - -"});
+        row("a tab after the held time does not end it",
+            perProcess("   pid 1(a): [b] 00:00:42\tPreventSystemSleep named: \"x\""),
+            {"1(a)[b] 00:00:42\tPreventSystemSleep ?named: - -"});
         row("pid not a number", perProcess("   pid x(a): [b] t W"), {});
         row("no type word", perProcess("   pid 1(a): [b] 00:00:42"), {});
         row("no colon", perProcess("   pid 1(a) [b] t W"), {});
@@ -93,8 +96,9 @@ private Q_SLOTS:
                 perProcess("   pid 2(a): [b] t W\n"),
             {"1(a)[b] t ?W - -", "2(a)[b] t ?W - -"});
         row("counter words joined by single spaces, a tab inside a word",
-            "Assertion status system-wide:\n   Some    Counter\tName   7\n   C 3x\n   7\n\n  \t\n", {},
-            {"Some Counter\tName=7"});
+            "Assertion status system-wide:\n   Some    Counter\tName   7\n   Two  Spaces  5\n"
+            "   C 3x\n   7\n\n  \t\n",
+            {}, {"Some Counter\tName=7", "Two Spaces=5"});
     }
     void listing()
     {

@@ -2,6 +2,7 @@
 #include "Fixtures.h"
 #include "details/DetailsClipboard.h"
 #include "pmset/PMSetService.h"
+#include "report/ReportOptions.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "summary/SummaryClipboard.h"
@@ -178,7 +179,7 @@ private Q_SLOTS:
 
         std::optional<RestartAnalysis> analysis;
         if (report == "restart") {
-            RestartModel model(RunningApps::current, rig.fake.path() + "/lullwick-pmset");
+            RestartModel model([] { return RunningApps::current(); }, rig.fake.path() + "/lullwick-pmset");
             model.analyze();
             QTRY_VERIFY_WITH_TIMEOUT(model.analysis(), waitMs);
             analysis = model.analysis();
@@ -206,19 +207,23 @@ private Q_SLOTS:
         QTest::addRow("created-for pid") << "assertions/0/createdForPID" << ownPid.toUtf8();
         QTest::addRow("created-for name resolved by ps")
             << "assertions/0/createdForName" << QByteArray(R"j("tst_report")j");
+        // Above the largest PID Linux hands out, so ps cannot name it.
+        QTest::addRow("created-for name not found") << "assertions/3/createdForName" << QByteArray("null");
         QTest::addRow("extras") << "assertions/0/extras"
                                 << "\"Created for PID: " + ownPid.toUtf8() + ".\"";
+        // The built profile's wording (Linux here); the Mac wording is checked in a Mac-profile build.
         QTest::addRow("record fields")
             << "assertions/2"
             << QByteArray(R"j({"pid": 5120, "processName": "backupd", "assertionID": "0x0000150000019b02",
                 "timeHeld": "00:02:11", "type": "PreventSystemSleep", "kind": "preventSystemSleep",
                 "namedReason": "Time Machine backup", "extras": null, "createdForPID": null,
-                "createdForName": null, "title": "Time Machine is running a backup",
-                "description": "Preventing all system sleep, including when plugged in. (Released on battery.)",
-                "blocks": ["idle", "system", "display"],
-                "catalog": {"headline": "Time Machine is running a backup",
-                    "explanation": "`backupd` is Time Machine’s backup daemon. A backup is in progress, being prepared, or being verified.",
-                    "callToAction": "Let it finish. You can check progress in System Settings → General → Time Machine."}})j");
+                "createdForName": null, "title": "Time Machine backup",
+                "description": "Refusing every suspend, automatic or asked for, until the lock is let go.",
+                "blocks": ["idle", "system", "display"], "catalog": null})j");
+        QTest::addRow("catalog entry of a Linux holder")
+            << "assertions/1/catalog" << QByteArray(R"j({"headline": "Zoom call is active",
+                "explanation": "Zoom keeps the screen on during a meeting.",
+                "callToAction": "End or leave the meeting."})j");
         QTest::addRow("unknown type without name or catalog entry")
             << "assertions/5"
             << QByteArray(R"j({"pid": 877, "processName": "renderd", "assertionID": "0x0000160000019c07",
@@ -232,14 +237,13 @@ private Q_SLOTS:
         QTest::addRow("verdict")
             << "verdict"
             << QByteArray(R"j("Currently blocking: idle system sleep, all system sleep, display sleep.")j");
-        // \u0027 is an apostrophe: moc loses its way on one inside a raw string.
         QTest::addRow("restart verdict")
-            << "restart/verdict" << QByteArray(R"j("Found a likely cause that\u0027s holding up restart.")j");
+            << "restart/verdict" << QByteArray(R"j("Found a likely cause that’s holding up a restart.")j");
         QTest::addRow("update finding first")
             << "restart/findings/0" << QByteArray(R"j({"severity": "likely", "source": "Software update",
-                "title": "A macOS update is installing or staging right now",
-                "detail": "The system is holding a SoftwareUpdateTask power assertion (softwareupdated). macOS won\u0027t restart cleanly while an update is mid-install — it wants to finish writing the update first, which can look like a stuck or refused restart.",
-                "action": "Open System Settings → General → Software Update and let any in-progress update finish, then restart again. If it\u0027s stuck downloading, pausing and resuming the update often unsticks it."})j");
+                "title": "A system update is installing right now",
+                "detail": "A software updater is holding a lock (softwareupdated). Your computer won’t restart cleanly while an update is mid-install — it wants to finish writing the update first, which can look like a stuck or refused restart.",
+                "action": "Let the update finish in your software updater (GNOME Software, Discover, or the terminal running apt), then restart again."})j");
     }
     void jsonCarriesTheReading()
     {
@@ -259,6 +263,34 @@ private Q_SLOTS:
             const QDateTime at = QDateTime::fromString(stamp.toString(), Qt::ISODate);
             QVERIFY(at >= m_jsonRun.from && at <= m_jsonRun.to);
         }
+    }
+
+    // "--" ends the options: whatever follows is a report name, however it looks.
+    void optionsEndAtDoubleDash_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("error"); // null: runs the details report, failing on display sleep
+        QTest::addRow("an option after it is a report name")
+            << QStringList{"--", "--fail-if-blocked=idle"} << "Unknown report: --fail-if-blocked=idle";
+        QTest::addRow("a bare option after it is a report name")
+            << QStringList{"--", "--json"} << "Unknown report: --json";
+        QTest::addRow("options before it still count")
+            << QStringList{"--fail-if-blocked=display", "--", "details"} << QString();
+    }
+    void optionsEndAtDoubleDash()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, error);
+        const ReportOptions::Parsed parsed = ReportOptions::parse(QStringList{"lullwick-report"} + arguments);
+        if (!error.isNull()) {
+            QCOMPARE(parsed.action, ReportOptions::Action::usageError);
+            QCOMPARE(parsed.message.section('\n', 0, 0), error);
+            return;
+        }
+        QCOMPARE(parsed.action, ReportOptions::Action::run);
+        QCOMPARE(parsed.options.mode, ReportOptions::Mode::details);
+        QVERIFY(parsed.options.failIfBlocked.contains(SleepKind::display));
+        QVERIFY(!parsed.options.failIfBlocked.contains(SleepKind::idleSystem));
     }
 
     void exitStatus_data()

@@ -1,5 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "platform/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 
@@ -42,6 +43,8 @@ bool settle(const RestartModel &model)
 
 class TestRestartModel : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
 private Q_SLOTS:
     void decodeStoresItsOutcome_data()
@@ -131,6 +134,26 @@ private Q_SLOTS:
         QCOMPARE(rig.fake.spindumpOutputPaths().size(), 1);
         QVERIFY(model->analysis()->ranAt > firstRanAt);
         QVERIFY(!model->analysis()->decodedStallProcess);
+    }
+
+    // The first of two overlapping analyses to end leaves the model busy with the second.
+    void overlappingAnalysesStayBusyToTheEnd()
+    {
+        Rig rig;
+        auto model = rig.model();
+        QSignalSpy stored(model.get(), &RestartModel::analysisChanged);
+        rig.fake.hold("log");
+        model->analyze();
+        QTRY_COMPARE(rig.fake.toolCalls().size(), 2); // its pmset read has ended, its log query is held
+        rig.fake.hold("assertions");
+        model->analyze();
+        rig.fake.release("log");
+
+        QTRY_COMPARE(stored.count(), 1); // the second is held at its pmset read
+        QVERIFY(model->isAnalyzing());
+        rig.fake.release("assertions");
+        QVERIFY(settle(*model));
+        QCOMPARE(stored.count(), 2);
     }
 
     void modelCanGoWhileAnalyzing()

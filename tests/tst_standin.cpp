@@ -2,6 +2,7 @@
 #include "pmset/PMSetService.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
+#include "standin/ProcessNames.h"
 #include "standin/TypeWords.h"
 
 #include <QtTest>
@@ -120,12 +121,16 @@ private Q_SLOTS:
             "", fakeName, false, "Mode: delay");
         row("logind shutdown lock blocks no sleep", "Upgrading packages", "PreventShutdown", "", fakeName,
             false, "What: shutdown");
+        row("logind weak sleep lock still blocks; a carriage return in its reason turns into a space",
+            "Weak hold", "PreventSystemSleep", "ISD", fakeName, false, "Mode: block-weak");
         row("lock of an exited process is named by its taker", "Left behind", "PreventSystemSleep", "ISD",
             "old-job", false, "What: idle:sleep");
         row("GNOME idle inhibitor, created for its client's process", "Playing a video",
             "PreventUserIdleDisplaySleep", "ID", fakeName, true, "Application: org.gnome.Totem");
         row("GNOME suspend inhibitor without a client", "Downloading files", "PreventSystemSleep", "ISD",
             fakeName, false, "Inhibits: suspend");
+        row("GNOME suspend-and-idle inhibitor blocks all sleep; its client's unknown process is left out",
+            "Watching a film", "PreventSystemSleep", "ISD", fakeName, false, "Inhibits: suspend, idle");
         row("GNOME logout-only inhibitor blocks nothing", "Unsaved documents", "PreventLogout", "", fakeName,
             false, "Inhibits: logout");
         row("KDE inhibition names its application", "Playing media", "PreventUserIdleDisplaySleep", "ID",
@@ -150,10 +155,20 @@ private Q_SLOTS:
         QCOMPARE(it->timeHeld, "unknown"); // no logind records here to date the locks by
     }
 
+    void systemdInhibitLockIsCreatedForItsCommand()
+    {
+        const auto it = std::find_if(m_snapshot.assertions.cbegin(), m_snapshot.assertions.cend(),
+                                     [](const Assertion &a) { return a.namedReason == u"Nightly backup"; });
+        QVERIFY2(it != m_snapshot.assertions.cend(), qPrintable(m_snapshot.rawOutput));
+        QCOMPARE(it->processName, u"systemd-inhibit");
+        QVERIFY(it->createdForPID());
+        QCOMPARE(ProcessNames().name(*it->createdForPID()), u"rsync");
+    }
+
     void countersMatchTheLines()
     {
-        // Nine: the fourth GNOME inhibitor is listed but gone when asked about.
-        QCOMPARE(m_snapshot.assertions.size(), 9);
+        // Twelve: the fourth GNOME inhibitor is listed but gone when asked about.
+        QCOMPARE(m_snapshot.assertions.size(), 12);
         QCOMPARE(m_snapshot.systemWideCounts.size(), TypeWords::all().size());
         for (const SystemWideCount &counter : m_snapshot.systemWideCounts) {
             const auto held =

@@ -38,7 +38,21 @@ private Q_SLOTS:
         QTest::addColumn<int>("order");
         QTest::addRow("a tenth part is newer than a ninth") << u"1.10"_s << u"1.9"_s << 1;
         QTest::addRow("missing parts read as zero") << u"1.0"_s << u"1"_s << 0;
+        QTest::addRow("leading zeros read as the number") << u"1.02"_s << u"1.2"_s << 0;
         QTest::addRow("older major") << u"0.9.9"_s << u"1.0"_s << -1;
+        QTest::addRow("parts beyond 64 bits")
+            << u"1.99999999999999999999"_s << u"1.100000000000000000000"_s << -1;
+        QTest::addRow("a beta is older than its release") << u"1.2.0-beta"_s << u"1.2.0"_s << -1;
+        QTest::addRow("a beta is older than its release written shorter")
+            << u"1.2.0-beta"_s << u"1.2"_s << -1;
+        QTest::addRow("a beta is newer than the release before") << u"1.2.0-beta"_s << u"1.1.9"_s << 1;
+        QTest::addRow("a candidate is newer than an older minor") << u"1.10rc1"_s << u"1.9"_s << 1;
+        QTest::addRow("a candidate is older than its release") << u"1.10rc1"_s << u"1.10"_s << -1;
+        QTest::addRow("candidates by number") << u"1.10rc2"_s << u"1.10rc10"_s << -1;
+        QTest::addRow("beta before candidate") << u"2.0b3"_s << u"2.0rc1"_s << -1;
+        QTest::addRow("numbered beta after the plain one") << u"1.2.0-beta.1"_s << u"1.2.0-beta"_s << 1;
+        QTest::addRow("a patch release is newer than a pre-release") << u"1.2.1"_s << u"1.2rc1"_s << 1;
+        QTest::addRow("letter case does not matter") << u"1.0-RC1"_s << u"1.0rc1"_s << 0;
     }
     void versionsCompareByNumber()
     {

@@ -1,7 +1,9 @@
 #include "AssertionsModelFeeder.h"
+#include "DarkPalette.h"
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsView.h"
+#include "platform/Profile.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
@@ -90,16 +92,6 @@ void settle()
     QCoreApplication::processEvents();
 }
 
-QPalette darkPalette()
-{
-    QPalette p(QColor(0x3a, 0x3a, 0x3c), QColor(0x26, 0x26, 0x28));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(role, QColor(0xf0, 0xf0, 0xf0));
-    p.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
-    return p;
-}
-
 /// A model fed by hand, with both of its views.
 struct Views {
     AssertionsModel model;
@@ -112,6 +104,8 @@ struct Views {
 
 class TestViews : public QObject {
     Q_OBJECT
+    // The described Mac wording; the Linux wording has its own tests.
+    const ScopedProfile m_mac{Profile::System::macOS};
 
     const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
 
@@ -125,19 +119,30 @@ class TestViews : public QObject {
 private slots:
     void initTestCase() { QVERIFY(QDir().mkpath(shots)); }
 
-    // Every symbol name the program uses draws, in exactly the tint asked for.
+    // Not a check: leaves the full pages, light and dark, for people to look at.
+    void cleanupTestCase()
+    {
+        Views v;
+        v.summary.resize(720, 900);
+        v.details.resize(720, 900);
+        v.feed.setSnapshot(everyKind());
+        v.feed.setSettingsRaw(Fixtures::readText(u"settings-typical.txt"_s));
+        v.feed.storeResolvedName(4711, u"Spotify"_s);
+        screenshot(v.summary, u"summary-blockers-named"_s);
+        screenshot(v.details, u"details"_s);
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        screenshot(v.summary, u"summary-blockers-dark"_s);
+        screenshot(v.details, u"details-dark"_s);
+        QApplication::setPalette(light);
+    }
+
+    // Every symbol name the program knows draws, in exactly the tint asked for.
     void everySymbolHasATintedIcon()
     {
-        const QStringList used =
-            QStringLiteral("moon.zzz exclamationmark.triangle.fill checkmark.circle.fill info.circle.fill "
-                           "info.circle gearshape chart.line.uptrend.xyaxis list.bullet.rectangle "
-                           "exclamationmark.octagon.fill magnifyingglass.circle.fill magnifyingglass "
-                           "stethoscope arrow.turn.down.right wand.and.stars folder restart.circle "
-                           "doc.text.magnifyingglass doc.on.doc arrow.clockwise")
-                .split(u' ');
-        QCOMPARE(Icons::symbolNames().size(), used.size());
         const QColor tint(0x12, 0x34, 0x56);
-        for (const QString &name : used) {
+        QVERIFY(!Icons::symbolNames().isEmpty());
+        for (const QString &name : Icons::symbolNames()) {
             const QImage image = Icons::pixmap(name, tint, 16, 2.0).toImage();
             QVERIFY2(image.size() == QSize(32, 32), qPrintable(name));
             int opaque = 0;
@@ -424,23 +429,6 @@ private slots:
         }
         // 4 blocks, 4 settings links, the checkbox, the page's button and one per row (3 + 1 + 1 + 2).
         QCOMPARE(buttons, 4 + 4 + 1 + 1 + 7);
-    }
-
-    void screenshotsOfTheFullPage()
-    {
-        Views v;
-        v.summary.resize(720, 900);
-        v.details.resize(720, 900);
-        v.feed.setSnapshot(everyKind());
-        v.feed.setSettingsRaw(Fixtures::readText(u"settings-typical.txt"_s));
-        v.feed.storeResolvedName(4711, u"Spotify"_s);
-        screenshot(v.summary, u"summary-blockers-named"_s);
-        screenshot(v.details, u"details"_s);
-        const QPalette light = QApplication::palette();
-        QApplication::setPalette(darkPalette());
-        screenshot(v.summary, u"summary-blockers-dark"_s);
-        screenshot(v.details, u"details-dark"_s);
-        QApplication::setPalette(light);
     }
 
     void restartViewThroughASession()

@@ -22,6 +22,50 @@ std::optional<AppcastItem> finish(const ItemFields &f)
     return AppcastItem{version, page};
 }
 
+/// A run of ASCII digits, or a run of other letters and numbers ("beta", "rc"); anything else
+/// ('.', '-', '_', '+') only separates runs.
+struct VersionPart {
+    QStringView text;
+    bool isNumber;
+};
+
+bool isAsciiDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+QList<VersionPart> versionParts(QStringView version)
+{
+    QList<VersionPart> parts;
+    qsizetype i = 0;
+    while (i < version.size()) {
+        const bool number = isAsciiDigit(version[i]);
+        if (!number && !version[i].isLetterOrNumber()) {
+            ++i;
+            continue;
+        }
+        qsizetype end = i + 1;
+        while (end < version.size() && isAsciiDigit(version[end]) == number &&
+               version[end].isLetterOrNumber())
+            ++end;
+        parts.append({version.sliced(i, end - i), number});
+        i = end;
+    }
+    return parts;
+}
+
+/// Compares digit runs of any length by value.
+int compareNumbers(QStringView a, QStringView b)
+{
+    while (a.size() > 1 && a.front() == u'0')
+        a = a.sliced(1);
+    while (b.size() > 1 && b.front() == u'0')
+        b = b.sliced(1);
+    if (a.size() != b.size())
+        return a.size() < b.size() ? -1 : 1;
+    return a.compare(b);
+}
+
 } // namespace
 
 std::optional<QList<AppcastItem>> AppcastFeed::parse(const QByteArray &xml)
@@ -80,19 +124,21 @@ AppcastItem AppcastFeed::newest(const QList<AppcastItem> &items)
 
 int AppcastFeed::compareVersions(QStringView a, QStringView b)
 {
-    const QList<QStringView> left = a.split(u'.');
-    const QList<QStringView> right = b.split(u'.');
+    const QList<VersionPart> left = versionParts(a);
+    const QList<VersionPart> right = versionParts(b);
+    static constexpr VersionPart zero{u"0", true};
     for (qsizetype i = 0; i < qMax(left.size(), right.size()); ++i) {
-        const QStringView l = i < left.size() ? left[i] : QStringView(u"0");
-        const QStringView r = i < right.size() ? right[i] : QStringView(u"0");
-        bool lNumber = false, rNumber = false;
-        const qulonglong ln = l.toULongLong(&lNumber), rn = r.toULongLong(&rNumber);
-        if (lNumber && rNumber) {
-            if (ln != rn)
-                return ln < rn ? -1 : 1;
-        } else if (const int text = l.compare(r); text != 0) {
-            return text < 0 ? -1 : 1;
-        }
+        const VersionPart &l = i < left.size() ? left[i] : zero;
+        const VersionPart &r = i < right.size() ? right[i] : zero;
+        int order = 0;
+        if (l.isNumber != r.isNumber)
+            order = l.isNumber ? 1 : -1; // a pre-release word ranks below any number, even a missing one
+        else if (l.isNumber)
+            order = compareNumbers(l.text, r.text);
+        else
+            order = l.text.compare(r.text, Qt::CaseInsensitive);
+        if (order != 0)
+            return order < 0 ? -1 : 1;
     }
     return 0;
 }

@@ -26,8 +26,9 @@ public:
     /// The item with the highest version.
     [[nodiscard]] static AppcastItem newest(const QList<AppcastItem> &items);
 
-    /// Negative, zero or positive as `a` is older than, the same as or newer than `b`, comparing
-    /// dot-separated parts numerically ("1.10" is newer than "1.9"; "1.0" equals "1").
+    /// -1, 0 or 1 as `a` is older than, the same as or newer than `b`. Number parts compare by
+    /// value ("1.10" is newer than "1.9"; "1.0" equals "1"); a word after them marks a pre-release,
+    /// older than the release itself ("1.2.0-beta" < "1.2.0", "1.10rc1" < "1.10").
     [[nodiscard]] static int compareVersions(QStringView a, QStringView b);
 };
 

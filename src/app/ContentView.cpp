@@ -3,6 +3,7 @@
 #include "details/DetailsClipboard.h"
 #include "details/DetailsView.h"
 #include "platform/DateFormat.h"
+#include "platform/Profile.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
@@ -157,9 +158,9 @@ void ContentView::updateHeader()
     if (snapshot)
         m_status->setText(tr("Last checked %1").arg(DateFormat::standardTime(snapshot->capturedAt)));
     else if (fetching)
-        m_status->setText(tr("Reading pmset…"));
+        m_status->setText(Profile::current().summary().reading);
     else
-        m_status->setText(tr("Click Refresh to read pmset."));
+        m_status->setText(Profile::current().summary().clickRefresh);
     m_spinner->setVisible(fetching);
     m_copy->setEnabled(snapshot.has_value());
     m_refresh->setEnabled(!fetching);

@@ -1,5 +1,6 @@
 #include "details/DetailsView.h"
 
+#include "platform/Profile.h"
 #include "summary/AssertionsModel.h"
 #include "ui/ScrollPage.h"
 #include "ui/SelectableText.h"
@@ -119,8 +120,9 @@ DetailsView::DetailsView(AssertionsModel *model, QWidget *parent) : QScrollArea(
 {
     setObjectName(u"detailsView"_s);
     QVBoxLayout *column = ScrollPage::setUp(this);
-    m_assertions = makeSection(u"pmset -g assertions"_s, u"assertions"_s);
-    m_settings = makeSection(u"pmset -g"_s, u"settings"_s);
+    const Profile::Details &texts = Profile::current().details();
+    m_assertions = makeSection(texts.inhibitorsHeading, u"assertions"_s);
+    m_settings = makeSection(texts.settingsHeading, u"settings"_s);
     column->addStretch();
 
     connect(m_model, &AssertionsModel::snapshotChanged, this, &DetailsView::showAll);

@@ -1,48 +1,34 @@
 #pragma once
 
-#include <QString>
-#include <QtGlobal>
+#include "platform/Profile.h"
 
-#ifndef Q_OS_DARWIN
-#include <QCoreApplication>
-#endif
+#include <QString>
 
 namespace lullwick::ToolPaths {
 
-// The fixed locations of the system tools the program runs. Services take these as
-// constructor defaults so tests can point them elsewhere; the program never does.
+// The fixed locations of the system tools the program runs, as the current profile has them.
+// Services take these as constructor defaults so tests can point them elsewhere; the program
+// never does.
 inline QString pmset()
 {
-#ifdef Q_OS_DARWIN
-    return QStringLiteral("/usr/bin/pmset");
-#else
-    // No pmset here: our stand-in ships in the program's own folder. Found from where the
-    // program lies, never from PATH or the environment.
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/lullwick-pmset");
-#endif
+    return Profile::current().pmset();
 }
 inline QString ps()
 {
-    return QStringLiteral("/bin/ps");
+    return Profile::current().ps();
 }
 inline QString log()
 {
-    return QStringLiteral("/usr/bin/log");
+    return Profile::current().log();
 }
 inline QString spindump()
 {
-    return QStringLiteral("/usr/bin/spindump");
+    return Profile::current().spindump();
 }
 /// Where the system leaves shutdown stall reports.
 inline QString diagnosticReports()
 {
-    return QStringLiteral("/Library/Logs/DiagnosticReports");
-}
-
-/// The application the rows and the Summary page open to look a process up.
-inline QString activityMonitor()
-{
-    return QStringLiteral("/System/Applications/Utilities/Activity Monitor.app");
+    return Profile::current().diagnosticReports();
 }
 
 } // namespace lullwick::ToolPaths

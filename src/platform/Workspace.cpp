@@ -4,6 +4,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QProcess>
 
 namespace lullwick::Workspace {
 
@@ -16,6 +17,18 @@ bool openPath(const QString &path)
 {
     // Checked first: on Linux a missing target would otherwise start a helper only to fail.
     return QFileInfo::exists(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+bool open(const OpenTarget &target)
+{
+    if (!target.program.isEmpty()) {
+        // Started on its own, outside the program's process group: it outlives the window and
+        // nothing waits for it. Never through a shell: a program path and its arguments.
+        return QProcess::startDetached(target.program, target.arguments);
+    }
+    if (!target.path.isEmpty())
+        return openPath(target.path);
+    return openUrl(QUrl(target.url, QUrl::StrictMode));
 }
 
 void copyPlainText(const QString &text)

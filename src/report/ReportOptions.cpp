@@ -1,5 +1,7 @@
 #include "report/ReportOptions.h"
 
+#include "platform/Profile.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -41,8 +43,7 @@ QString ReportOptions::word(SleepKind kind)
 ReportOptions::Parsed ReportOptions::parse(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        u"Explains what keeps this Mac awake, or what may hold up a restart, in plain language."_s);
+    parser.setApplicationDescription(Profile::current().reportDescription());
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption json(u"json"_s, u"Print one JSON document instead of the text."_s);

@@ -3,6 +3,7 @@
 #include "model/RandomUuid.h"
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
+#include "platform/Profile.h"
 #include "restart/StallReports.h"
 
 #include <QCollator>
@@ -106,17 +107,9 @@ RestartBlockerService::updateFindings(const std::optional<AssertionsSnapshot> &a
     }
     if (names.isEmpty())
         return {};
-    return {makeFinding(
-        RestartSeverity::likely, QStringLiteral("Software update"),
-        QStringLiteral("A macOS update is installing or staging right now"),
-        QStringLiteral("The system is holding a SoftwareUpdateTask power assertion (") + names.join(u", ") +
-            QStringLiteral(
-                "). macOS won't restart cleanly while an update is mid-install — it wants to finish "
-                "writing the update first, which can look like a stuck or refused restart."),
-        QStringLiteral(
-            "Open System Settings → General → Software Update and let any in-progress update "
-            "finish, then restart again. If it's stuck downloading, pausing and resuming the update "
-            "often unsticks it."))};
+    const Profile::Restart &texts = Profile::current().restart();
+    return {makeFinding(RestartSeverity::likely, QStringLiteral("Software update"), texts.updateTitle,
+                        texts.updateDetail.arg(names.join(u", ")), texts.updateAdvice)};
 }
 
 std::optional<QString> RestartBlockerService::runLogShow(const QString &logPath,
@@ -179,10 +172,7 @@ QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<Runn
     return {
         makeFinding(RestartSeverity::info, QStringLiteral("Running apps"),
                     QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
-                    QStringLiteral("When you restart, macOS asks each open app to quit. Any one of these can "
-                                   "silently stop the restart by putting up a “Do you want to save?” dialog "
-                                   "that you may not see if it's behind another window:\n\n") +
-                        names.join(u", "),
+                    Profile::current().restart().runningAppsDetail + names.join(u", "),
                     QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
                                    "(especially editors and anything with an open document) looking for an "
                                    "unsaved-changes prompt, then quit them and retry."))};

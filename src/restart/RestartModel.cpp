@@ -64,7 +64,11 @@ QCoro::Task<void> RestartModel::runAnalysis()
     if (auto *read = std::get_if<AssertionsSnapshot>(&reading))
         snapshot = std::move(*read);
 
-    RestartAnalysis analysis = co_await m_service->analyze(std::move(snapshot), runningApps());
+    QList<RunningAppInfo> apps =
+        co_await m_appsWorker.run([this](const std::atomic<bool> &) { return runningApps(); });
+    if (!self)
+        co_return;
+    RestartAnalysis analysis = co_await m_service->analyze(std::move(snapshot), std::move(apps));
     if (!self)
         co_return;
     setAnalysis(std::move(analysis));

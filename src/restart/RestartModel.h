@@ -3,6 +3,7 @@
 #include "model/RestartAnalysis.h"
 #include "model/RunningAppInfo.h"
 #include "platform/RunningApps.h"
+#include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
 
 #include <QCoroTask>
@@ -30,7 +31,7 @@ class RestartModel : public QObject {
     Q_PROPERTY(bool isDecoding READ isDecoding NOTIFY isDecodingChanged)
 
 public:
-    explicit RestartModel(RunningAppsProvider provider = RunningApps::current,
+    explicit RestartModel(RunningAppsProvider provider = [] { return RunningApps::current(); },
                           QString pmsetPath = ToolPaths::pmset(), QString logPath = ToolPaths::log(),
                           QString spindumpPath = ToolPaths::spindump(),
                           QString reportsDir = ToolPaths::diagnosticReports(), QObject *parent = nullptr);
@@ -45,7 +46,7 @@ public:
     /// Decodes the stall report of the stored analysis, if it has one, and stores the result in it.
     void decodeStall();
     /// The applications a restart would ask to quit: the provider's list without nameless
-    /// entries and without this program.
+    /// entries and without this program. Reads the system: an analysis calls it on a worker.
     [[nodiscard]] QList<RunningAppInfo> runningApps() const;
 
     /// What a decode that names no process stores in place of the process.
@@ -72,6 +73,9 @@ private:
     RunningAppsProvider m_provider;
     std::unique_ptr<PMSetService> m_pmset;
     std::unique_ptr<RestartBlockerService> m_service;
+    // Listing the running applications reads every installed desktop entry and walks /proc on
+    // Linux, so it runs here rather than on the UI thread. Last member: destroyed first.
+    SerialWorker m_appsWorker;
 };
 
 } // namespace lullwick

@@ -1,5 +1,7 @@
 #include "restart/RestartVerdict.h"
 
+#include "platform/Profile.h"
+
 namespace lullwick {
 
 RestartVerdict RestartVerdict::of(const RestartAnalysis &analysis)
@@ -13,18 +15,7 @@ RestartVerdict RestartVerdict::of(const RestartAnalysis &analysis)
 
 QString RestartVerdict::text() const
 {
-    switch (m_case) {
-    case likelyCause:
-        return QStringLiteral("Found a likely cause that's holding up restart.");
-    case worthChecking:
-        return QStringLiteral(
-            "Nothing is conclusively blocking restart, but here are the things worth checking.");
-    case noObviousBlocker:
-        return QStringLiteral(
-            "No obvious restart blocker found. If restart still hangs, it's most likely an app "
-            "with an unsaved document.");
-    }
-    Q_UNREACHABLE();
+    return Profile::current().restart().verdicts[m_case];
 }
 
 } // namespace lullwick

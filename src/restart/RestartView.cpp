@@ -2,6 +2,7 @@
 
 #include "platform/DateFormat.h"
 #include "platform/FileBrowser.h"
+#include "platform/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 #include "ui/Card.h"
@@ -105,12 +106,8 @@ RestartView::RestartView(RestartModel *model, QWidget *parent) : QScrollArea(par
     setObjectName(u"restartView"_s);
     QVBoxLayout *column = ScrollPage::setUp(this);
 
-    QLabel *intro = TextStyle::label(
-        u"When you choose Restart and nothing happens—or an update won't install because it can't "
-        u"restart—it's usually one app refusing to quit (often an unsaved document), or a macOS update "
-        u"still writing itself to disk. This gathers every signal macOS records about that and ranks the "
-        u"likely cause."_s,
-        Style::callout, Role::secondary, Option::wrap);
+    const Profile::Restart &texts = Profile::current().restart();
+    QLabel *intro = TextStyle::label(texts.intro, Style::callout, Role::secondary, Option::wrap);
     intro->setObjectName(u"restartIntro"_s);
     column->addWidget(intro);
     column->addWidget(makeAnalyzeBar());
@@ -126,8 +123,7 @@ RestartView::RestartView(RestartModel *model, QWidget *parent) : QScrollArea(par
     content->addWidget(makeCaveat());
     column->addWidget(m_content);
 
-    m_hint = TextStyle::label(u"Click Analyze to check what's holding up a restart right now."_s, Style::body,
-                              Role::secondary, Option::wrap);
+    m_hint = TextStyle::label(texts.hint, Style::body, Role::secondary, Option::wrap);
     m_hint->setObjectName(u"analyzeHint"_s);
     column->addWidget(m_hint);
     column->addStretch();
@@ -156,7 +152,7 @@ QWidget *RestartView::makeAnalyzeBar()
     m_analyzeProgress = busyIndicator(u"analyzeProgress"_s, u"Analyzing"_s);
     layout->addWidget(m_analyzeProgress, 0, Qt::AlignVCenter);
     m_analyzeProgressText =
-        TextStyle::label(u"Reading pmset, scanning loginwindow logs…"_s, Style::caption, Role::secondary);
+        TextStyle::label(Profile::current().restart().analyzing, Style::caption, Role::secondary);
     m_analyzeProgressText->setObjectName(u"analyzeProgressText"_s);
     layout->addWidget(m_analyzeProgressText, 0, Qt::AlignVCenter);
     m_checked = TextStyle::label({}, Style::caption, Role::secondary);
@@ -285,15 +281,11 @@ Card *RestartView::makeCaveat()
     auto *caveat = new Card(Role::secondary, 0.06);
     caveat->setObjectName(u"caveat"_s);
     caveat->column()->setSpacing(6);
-    QLabel *heading =
-        TextStyle::label(u"What this can't see"_s, Style::callout, Role::primary, Option::semibold);
+    const Profile::Restart &texts = Profile::current().restart();
+    QLabel *heading = TextStyle::label(texts.caveatHeading, Style::callout, Role::primary, Option::semibold);
     caveat->column()->addWidget(iconRow(u"info.circle"_s, Role::primary, heading));
-    caveat->column()->addWidget(TextStyle::label(
-        u"There's no system API that names the restart blocker with certainty, so this ranks evidence rather "
-        u"than giving one guaranteed answer. And if your Mac is fully frozen—spinning beachball, screen "
-        u"unresponsive—you won't be able to open this app at all. It's built for the common case: you hit "
-        u"Restart, it quietly didn't happen, and the Mac is otherwise working."_s,
-        Style::caption, Role::secondary, Option::wrap));
+    caveat->column()->addWidget(
+        TextStyle::label(texts.caveat, Style::caption, Role::secondary, Option::wrap));
     return caveat;
 }
 

@@ -57,6 +57,10 @@ SourceResult<QList<InhibitorLine>> LogindSource::inhibitors(QDeadlineTimer deadl
             if (reference->created.isValid())
                 line.heldSeconds = reference->created.secsTo(now);
         }
+        // systemd-inhibit holds its lock for the command it runs, its child: name that process
+        // as the one the lock was created for, as a proxy's assertion does.
+        if (line.processName == u"systemd-inhibit")
+            line.createdFor = m_names.firstChild(lock.pid);
         line.typeWord = TypeWords::forLogindLock(lock.what, lock.mode);
         line.reason = lock.why;
         line.extras = {QStringLiteral("Who: %1 (uid %2)").arg(lock.who, QString::number(lock.uid)),

@@ -1,5 +1,6 @@
 #include "standin/ProcessNames.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace lullwick {
@@ -41,6 +42,27 @@ std::optional<QString> ProcessNames::name(qint64 pid) const
             name = first;
     }
     return QString::fromUtf8(name);
+}
+
+std::optional<qint64> ProcessNames::firstChild(qint64 pid) const
+{
+    if (pid <= 0)
+        return std::nullopt;
+    std::optional<qint64> first;
+    const QStringList entries = QDir(m_procDirectory).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &entry : entries) {
+        bool numeric = false;
+        const qint64 child = entry.toLongLong(&numeric);
+        if (!numeric || (first && child >= *first))
+            continue;
+        // "PID (name) state PPID ...": the name may hold spaces and parentheses, so the fields
+        // are counted from its last ")".
+        const QByteArray stat = readAtMost(m_procDirectory + u'/' + entry + QStringLiteral("/stat"), 4096);
+        const QList<QByteArray> fields = stat.sliced(stat.lastIndexOf(')') + 1).split(' ');
+        if (fields.size() > 2 && fields[2].toLongLong() == pid)
+            first = child;
+    }
+    return first;
 }
 
 } // namespace lullwick

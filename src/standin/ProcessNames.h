@@ -12,6 +12,8 @@ public:
 
     /// The executable name of process `pid`; nothing when no such process is running.
     [[nodiscard]] std::optional<QString> name(qint64 pid) const;
+    /// The child of process `pid` with the lowest PID; nothing when it has none.
+    [[nodiscard]] std::optional<qint64> firstChild(qint64 pid) const;
 
 private:
     QString m_procDirectory;

@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 #include "ui/Card.h"
 #include "ui/Icons.h"
+#include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
 
 #include <QHBoxLayout>
@@ -26,10 +27,11 @@ constexpr int firstOptionalLine = 2; // after the title row and the process line
 
 } // namespace
 
-void revealInActivityMonitor(qint64 pid, const QString &activityMonitorPath)
+void revealInProcessViewer(qint64 pid, const std::optional<OpenTarget> &viewer)
 {
     Workspace::copyPlainText(QString::number(pid));
-    Workspace::openPath(activityMonitorPath);
+    if (viewer)
+        Workspace::open(*viewer);
 }
 
 QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent)
@@ -62,28 +64,33 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     m_title->setObjectName(u"rowTitle"_s);
     titleRow->addWidget(m_title, 1, Qt::AlignTop);
     titleRow->addSpacing(8);
-    titleRow->addWidget(heldDurationLabel(m_assertion.timeHeld, this), 0, Qt::AlignTop);
+    QWidget *badge = heldDurationLabel(m_assertion.timeHeld, this);
+    m_held = badge->findChild<QLabel *>(u"rowHeldText"_s);
+    titleRow->addWidget(badge, 0, Qt::AlignTop);
     m_column->addLayout(titleRow);
 
-    auto *process = TextStyle::label({}, Style::callout, Role::secondary, Option::wrap, this);
+    auto *process = new TextLabel(this);
+    TextStyle::apply(process, Style::callout, Role::secondary, Option::wrap | Option::plainText);
     process->setObjectName(u"rowProcess"_s);
-    process->setTextFormat(Qt::RichText);
-    process->setText(u"<span style=\"font-weight:500\">"_s + m_assertion.processName.toHtmlEscaped() +
-                     u"</span>"_s + m_text.processSuffix.toHtmlEscaped());
+    process->setText(m_assertion.processName + m_text.processSuffix);
+    process->setEmphasis(int(m_assertion.processName.size()), QFont::Medium);
+    m_process = process;
     m_column->addWidget(process);
 
     auto *buttonRow = new QHBoxLayout;
     buttonRow->setContentsMargins(0, 4, 0, 0);
     buttonRow->setSpacing(12);
-    const QString label = u"Open Activity Monitor"_s;
+    // Without a process viewer the button still copies the PID, and says so.
+    const Profile::Summary &texts = Profile::current().summary();
+    std::optional<OpenTarget> viewer = Profile::current().processViewer();
+    const QString label = viewer ? texts.viewerButton.arg(viewer->label) : texts.copyPIDButton;
     auto *button = new QPushButton(Icons::icon(u"list.bullet.rectangle", Role::primary, this), label, this);
     button->setObjectName(u"rowActivityMonitor"_s);
     button->setAccessibleName(label);
     button->setFont(TextStyle::font(Style::callout)); // the small control size
-    button->setToolTip(
-        u"Opens Activity Monitor and copies the relevant PID to the clipboard so you can paste "
-        u"it into the search field. (You may need to switch the View menu to All Processes.)"_s);
-    connect(button, &QPushButton::clicked, this, [this] { revealInActivityMonitor(m_text.revealPID); });
+    button->setToolTip(viewer ? texts.viewerTooltip.arg(viewer->label) : texts.copyPIDTooltip);
+    connect(button, &QPushButton::clicked, this,
+            [this, viewer = std::move(viewer)] { revealInProcessViewer(m_text.revealPID, viewer); });
     buttonRow->addStretch();
     buttonRow->addWidget(button);
     buttonRow->addStretch();
@@ -95,10 +102,24 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
 void AssertionRow::showNames(const ResolvedNames &names)
 {
     m_text = AssertionRowText::make(m_assertion, names);
-    m_title->setText(m_text.title);
+    if (m_title->text() != m_text.title)
+        m_title->setText(m_text.title);
     showLine(m_createdFor, createdForLine, m_text.createdForLine);
     showLine(m_explanation, explanationLine, m_text.explanation);
     showLine(m_callToAction, callToActionLine, m_text.callToAction);
+}
+
+void AssertionRow::showAssertion(Assertion assertion, const ResolvedNames &names)
+{
+    // The process name and kind are what the row was matched by; the held time moves on.
+    m_assertion = std::move(assertion);
+    const QString held = u"Held "_s + AssertionRowText::prettyDuration(m_assertion.timeHeld);
+    if (m_held->text() != held)
+        m_held->setText(held);
+    showNames(names);
+    const QString process = m_assertion.processName + m_text.processSuffix;
+    if (m_process->text() != process)
+        m_process->setText(process);
 }
 
 void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QString> &text)
@@ -132,7 +153,8 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
         }
         m_column->insertWidget(index, label);
     }
-    label->setText(*text);
+    if (label->text() != *text)
+        label->setText(*text);
     label->show();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Assertion.h"
-#include "platform/ToolPaths.h"
+#include "platform/Profile.h"
 #include "summary/AssertionRowText.h"
 #include "summary/ResolvedNames.h"
 
@@ -12,9 +12,10 @@ class QVBoxLayout;
 
 namespace lullwick {
 
-/// Puts `pid` on the clipboard, then opens Activity Monitor so the user can paste it into the
-/// search field. A failure to open it is ignored; the PID stays on the clipboard.
-void revealInActivityMonitor(qint64 pid, const QString &activityMonitorPath = ToolPaths::activityMonitor());
+/// Puts `pid` on the clipboard, then opens the process viewer, if there is one, so the user can
+/// paste it into the search field. A failure to open it is ignored; the PID stays on the clipboard.
+void revealInProcessViewer(qint64 pid,
+                           const std::optional<OpenTarget> &viewer = Profile::current().processViewer());
 
 /// The held badge: "Held " and the shortened held time on a tinted rounded background.
 [[nodiscard]] QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);
@@ -31,6 +32,9 @@ public:
 
     /// Shows the texts that depend on the created-for name, as `names` has it.
     void showNames(const ResolvedNames &names);
+    /// Shows `assertion` instead, the same process's assertion in a newer reading; only the texts
+    /// that differ are set again.
+    void showAssertion(Assertion assertion, const ResolvedNames &names);
 
 private:
     /// Shows `text` in the optional line `label` at `position` among the optional lines, creating
@@ -41,6 +45,8 @@ private:
     AssertionRowText m_text;
     QVBoxLayout *m_column;
     QLabel *m_title;
+    QLabel *m_process;
+    QLabel *m_held;
     QLabel *m_createdFor = nullptr;
     QLabel *m_explanation = nullptr;
     QLabel *m_callToAction = nullptr;

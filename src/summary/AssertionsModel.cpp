@@ -41,6 +41,7 @@ QCoro::Task<void> AssertionsModel::runRefresh()
     // The model can go away while a step is awaited; every resumption checks first.
     const QPointer<AssertionsModel> self(this);
 
+    ++m_refreshesUnderWay;
     setIsFetching(true);
     QFuture<PMSetService::Result<AssertionsSnapshot>> assertionsRead = m_service->fetchAssertions();
     QFuture<PMSetService::Result<QString>> settingsRead = m_service->fetchSettings();
@@ -56,7 +57,7 @@ QCoro::Task<void> AssertionsModel::runRefresh()
         if (!self)
             co_return;
         setLastError(description);
-        setIsFetching(false);
+        setIsFetching(--m_refreshesUnderWay > 0);
         co_return;
     }
 
@@ -74,7 +75,8 @@ QCoro::Task<void> AssertionsModel::runRefresh()
     co_await resolveCreatedForPIDs(*m_snapshot);
     if (!self)
         co_return;
-    setIsFetching(false);
+    // Busy until the last of overlapping refreshes has ended, not the first.
+    setIsFetching(--m_refreshesUnderWay > 0);
 }
 
 QCoro::Task<void> AssertionsModel::resolveCreatedForPIDs(AssertionsSnapshot snapshot)

@@ -41,7 +41,8 @@ public:
     void setShowNonBlockedFirst(bool value);
 
     /// Takes a new reading: assertions, settings text, then the created-for process names.
-    /// Failures end up in `lastError`. Don't call while `isFetching` is true.
+    /// Failures end up in `lastError`. Refreshes asked for while one runs queue behind it, and
+    /// `isFetching` stays true until the last has ended.
     void refresh();
 
 Q_SIGNALS:
@@ -71,6 +72,7 @@ private:
     QString m_settingsRaw;
     std::optional<QString> m_lastError;
     bool m_isFetching = false;
+    int m_refreshesUnderWay = 0;
     ResolvedNames m_resolvedNames;
     bool m_showNonBlockedFirst = true;
     std::unique_ptr<PMSetService> m_service;

@@ -1,5 +1,7 @@
 #include "summary/SummaryVerdict.h"
 
+#include "platform/Profile.h"
+
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -19,7 +21,7 @@ SummaryVerdict SummaryVerdict::of(const AssertionsSnapshot &snapshot)
 QString SummaryVerdict::text() const
 {
     if (m_blocked.isEmpty())
-        return u"Nothing is preventing your Mac from sleeping."_s;
+        return Profile::current().summary().nothingBlocking;
     QStringList labels;
     for (SleepKind kind : m_blocked)
         labels.append(rawValue(kind).toLower());

@@ -16,7 +16,7 @@ public:
 
     /// The blocked kinds, in canonical order; empty when nothing blocks sleep.
     [[nodiscard]] const QList<SleepKind> &blockedKinds() const { return m_blocked; }
-    /// "Nothing is preventing your Mac from sleeping." or "Currently blocking: …".
+    /// That nothing prevents sleep, in the profile's words, or "Currently blocking: …".
     [[nodiscard]] QString text() const;
 
 private:

@@ -1,6 +1,6 @@
 #include "summary/SummaryView.h"
 
-#include "platform/ToolPaths.h"
+#include "platform/Profile.h"
 #include "platform/Workspace.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QPointer>
 #include <QSet>
 #include <QVBoxLayout>
 
@@ -28,27 +29,6 @@ using TextStyle::Option;
 using TextStyle::Style;
 
 namespace {
-
-QString kindExplanation(SleepKind kind)
-{
-    switch (kind) {
-    case SleepKind::idleSystem:
-        return u"Your Mac normally enters sleep on its own after the idle timer expires. When something "
-               u"blocks "
-               u"idle sleep, the Mac stays awake even though you’re not actively using it. Manual "
-               u"sleep—Apple "
-               u"menu → Sleep, or closing the lid—still works."_s;
-    case SleepKind::system:
-        return u"Held against any system sleep, including manual sleep commands. This is rare and almost "
-               u"always "
-               u"intentional, like during a backup or a system update. On battery, most “all sleep” blockers "
-               u"are released."_s;
-    case SleepKind::display:
-        return u"When something blocks display sleep, the screen stays on even after the display-idle timer "
-               u"would normally turn it off—usually because a video player or a presentation app is running."_s;
-    }
-    return {};
-}
 
 QString kindObjectName(SleepKind kind)
 {
@@ -63,22 +43,6 @@ QString kindObjectName(SleepKind kind)
     return {};
 }
 
-struct SettingsLink {
-    QString label;
-    QString url;
-};
-
-const SettingsLink settingsLinks[] = {
-    {u"Lock Screen settings (display sleep timer)"_s,
-     u"x-apple.systempreferences:com.apple.Lock-Screen-Settings.extension"_s},
-    {u"Battery / Energy settings (system sleep timer)"_s,
-     u"x-apple.systempreferences:com.apple.Battery-Settings.extension"_s},
-    {u"Bluetooth (devices that can wake the Mac)"_s,
-     u"x-apple.systempreferences:com.apple.BluetoothSettings"_s},
-    {u"Sharing (file sharing, screen sharing, remote management)"_s,
-     u"x-apple.systempreferences:com.apple.Sharing-Settings.extension"_s},
-};
-
 /// An icon beside a label, as one row.
 QWidget *iconRow(IconLabel *icon, QLabel *label, int spacing)
 {
@@ -92,6 +56,54 @@ QWidget *iconRow(IconLabel *icon, QLabel *label, int spacing)
     return row;
 }
 
+/// Whether two readings' assertions are the same one: the same process holding the same assertion
+/// of the same kind. Its held time moves on between readings, and its id is new in each.
+bool sameAssertion(const Assertion &a, const Assertion &b)
+{
+    return a.pid == b.pid && a.assertionID == b.assertionID && a.kind == b.kind &&
+           a.processName == b.processName;
+}
+
+size_t assertionKey(const Assertion &a)
+{
+    return qHashMulti(0, a.pid, a.assertionID, a.kind, a.processName);
+}
+
+/// Holds the layouts from widgets of a visible page up to the page while its contents change, and
+/// lets them go together. Every widget shown on a visible page lays out all of its ancestors at
+/// once (QWidgetPrivate::setVisible), so rows and lines appearing one by one would lay out the
+/// whole page each time; held, the page is laid out once, afterwards.
+class LayoutHold {
+public:
+    explicit LayoutHold(QWidget *page) : m_page(page) {}
+    ~LayoutHold()
+    {
+        for (const QPointer<QLayout> &layout : std::as_const(m_held)) {
+            if (layout) { // a block that went away takes its layouts along
+                layout->setEnabled(true);
+                layout->invalidate();
+            }
+        }
+    }
+    Q_DISABLE_COPY_MOVE(LayoutHold)
+
+    void hold(QWidget *from)
+    {
+        for (QWidget *w = from; w; w = w->parentWidget()) {
+            if (QLayout *layout = w->layout(); layout && layout->isEnabled()) {
+                layout->setEnabled(false);
+                m_held << layout;
+            }
+            if (w == m_page)
+                break;
+        }
+    }
+
+private:
+    QWidget *m_page;
+    QList<QPointer<QLayout>> m_held;
+};
+
 } // namespace
 
 SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
@@ -104,7 +116,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
 
     m_errorBox = makeErrorBox();
     column->addWidget(m_errorBox);
-    m_reading = TextStyle::label(u"Reading pmset…"_s, Style::body, Role::secondary);
+    m_reading = TextStyle::label(Profile::current().summary().reading, Style::body, Role::secondary);
     m_reading->setObjectName(u"readingLabel"_s);
     column->addWidget(m_reading);
 
@@ -124,11 +136,13 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     m_blocks = new QVBoxLayout;
     m_blocks->setSpacing(18);
     content->addLayout(m_blocks);
+    for (SleepKind kind : allSleepKinds)
+        makeSleepBlock(kind);
     content->addWidget(makeWhereToLookNext());
     column->addWidget(m_content);
     column->addStretch();
 
-    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::rebuild);
+    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
     connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
     connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
     connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
@@ -136,7 +150,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
         m_order->setChecked(m_model->showNonBlockedFirst());
         orderBlocks();
     });
-    rebuild();
+    showSnapshot();
 }
 
 void SummaryView::showState()
@@ -150,31 +164,130 @@ void SummaryView::showState()
     m_content->setVisible(hasSnapshot);
 }
 
-void SummaryView::rebuild()
+void SummaryView::showSnapshot()
 {
-    // Blocks made inside a hidden column are shown with it, laid out once when it is shown again.
-    // Made inside a visible one, each would need showing by hand, and each show lays out the
-    // whole page (QWidgetPrivate::setVisible activates every ancestor's layout).
-    m_content->hide();
-    for (Card *&block : m_kindBlocks)
-        delete std::exchange(block, nullptr);
-    delete std::exchange(m_others, nullptr);
-    m_rowsByCreator.clear();
-    m_shownNames = m_model->resolvedNames();
-
-    if (const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot()) {
+    // The page keeps its blocks and the rows of the assertions that are still held, and changes
+    // only what differs from the reading it shows; a reading with the same content changes nothing.
+    const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
+    if (snapshot) {
+        m_shownNames = m_model->resolvedNames();
+        LayoutHold hold(widget());
+        if (m_content->isVisible()) {
+            for (Block *block : {&m_kindBlocks[0], &m_kindBlocks[1], &m_kindBlocks[2], &m_others}) {
+                if (block->card) {
+                    hold.hold(block->content);
+                    hold.hold(block->group->header());
+                }
+            }
+        }
         for (SleepKind kind : allSleepKinds)
-            m_kindBlocks[size_t(kind)] = makeSleepBlock(kind, *snapshot);
+            showSleepBlock(kind, snapshot->blockers(kind));
+        QList<Assertion> others = snapshot->nonBlockingAssertions();
+        if (others.isEmpty()) {
+            if (Card *card = std::exchange(m_others, {}).card) {
+                m_blocks->removeWidget(card);
+                delete card;
+            }
+        } else {
+            if (!m_others.card) {
+                makeOtherAssertionsBlock();
+                hold.hold(m_others.content);
+                m_blocks->addWidget(m_others.card);
+                // On a shown page a new block is shown now, not when the event loop gets to it.
+                if (m_content->isVisible())
+                    m_others.card->show();
+            }
+            m_others.count->setText(QString::number(others.size()));
+            showRows(m_others, std::move(others));
+        }
+        indexRows();
+
         const SummaryVerdict verdict = SummaryVerdict::of(*snapshot);
         const bool clear = verdict.blockedKinds().isEmpty();
         m_verdictIcon->setSymbol(clear ? u"moon.zzz"_s : u"exclamationmark.triangle.fill"_s,
                                  clear ? Role::green : Role::orange);
         m_verdictText->setText(verdict.text());
         NamedColor::bindForeground(m_verdictText, clear ? Role::green : Role::orange);
-        m_others = makeOtherAssertionsBlock(*snapshot);
         orderBlocks();
     }
     showState();
+}
+
+void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
+{
+    Block &block = m_kindBlocks[size_t(kind)];
+    const bool clear = blockers.isEmpty();
+    block.icon->setSymbol(clear ? u"checkmark.circle.fill"_s : u"exclamationmark.triangle.fill"_s,
+                          clear ? Role::green : Role::orange);
+    if (!clear)
+        block.count->setText(QString::number(blockers.size()) +
+                             (blockers.size() == 1 ? u" blocker"_s : u" blockers"_s));
+    block.count->setVisible(!clear);
+    block.notBlocked->setVisible(clear);
+    showRows(block, std::move(blockers));
+}
+
+void SummaryView::showRows(Block &block, QList<Assertion> assertions)
+{
+    block.assertions = std::move(assertions);
+    block.rowsCurrent = false;
+    // A closed block's rows are built when it is opened: nobody sees them before.
+    if (block.group->isExpanded())
+        syncRows(block);
+}
+
+void SummaryView::syncRows(Block &block)
+{
+    block.rowsCurrent = true;
+    QMultiHash<size_t, AssertionRow *> spare;
+    for (AssertionRow *row : std::as_const(block.rows))
+        spare.insert(assertionKey(row->assertion()), row);
+
+    auto *column = static_cast<QVBoxLayout *>(block.content->layout());
+    const int first = column->count() - int(block.rows.size()); // rows come last, below the text
+    QList<AssertionRow *> rows;
+    rows.reserve(block.assertions.size());
+    for (const Assertion &assertion : std::as_const(block.assertions)) {
+        AssertionRow *row = nullptr;
+        const size_t key = assertionKey(assertion);
+        for (auto it = spare.find(key); it != spare.end() && it.key() == key; ++it) {
+            if (sameAssertion((*it)->assertion(), assertion)) {
+                row = *it;
+                spare.erase(it);
+                break;
+            }
+        }
+        if (row)
+            row->showAssertion(assertion, m_shownNames);
+        else
+            row = new AssertionRow(assertion, m_shownNames, block.content);
+        rows << row;
+    }
+    // A held layout does not notice its widgets going away, so they leave it first.
+    for (AssertionRow *row : std::as_const(spare)) {
+        column->removeWidget(row);
+        delete row;
+    }
+    // Rows that stayed keep their place; only new ones and those that moved are placed again.
+    for (int i = 0; i < rows.size(); ++i) {
+        QLayoutItem *item = column->itemAt(first + i);
+        if (!item || item->widget() != rows[i])
+            column->insertWidget(first + i, rows[i]);
+        if (block.content->isVisible() && rows[i]->isHidden())
+            rows[i]->show();
+    }
+    block.rows = std::move(rows);
+}
+
+void SummaryView::indexRows()
+{
+    m_rowsByCreator.clear();
+    for (const Block *block : {&m_kindBlocks[0], &m_kindBlocks[1], &m_kindBlocks[2], &m_others}) {
+        for (AssertionRow *row : block->rows) {
+            if (const auto pid = row->createdForPID())
+                m_rowsByCreator.insert(*pid, row);
+        }
+    }
 }
 
 void SummaryView::orderBlocks()
@@ -189,10 +302,16 @@ void SummaryView::orderBlocks()
     const QList<SleepKind> order =
         m_model->showNonBlockedFirst() ? notBlocked + blocked : blocked + notBlocked;
     // Moving the existing blocks keeps their rows and open states; nothing is rebuilt.
-    for (int i = 0; i < order.size(); ++i)
-        m_blocks->insertWidget(i, m_kindBlocks[size_t(order[i])]);
-    if (m_others)
-        m_blocks->insertWidget(int(order.size()), m_others);
+    for (int i = 0; i < order.size(); ++i) {
+        Card *card = m_kindBlocks[size_t(order[i])].card;
+        if (QLayoutItem *item = m_blocks->itemAt(i); !item || item->widget() != card)
+            m_blocks->insertWidget(i, card);
+    }
+    if (m_others.card) {
+        const int last = int(order.size());
+        if (QLayoutItem *item = m_blocks->itemAt(last); !item || item->widget() != m_others.card)
+            m_blocks->insertWidget(last, m_others.card);
+    }
 }
 
 void SummaryView::showNames()
@@ -215,24 +334,11 @@ void SummaryView::showNames()
              ++row)
             rows << *row;
     }
-    // Showing a widget lays out every ancestor at once (QWidgetPrivate::setVisible), so each line
-    // that appears in a row would lay out the whole page of rows again. Hold the layouts between
-    // the rows and the page while the rows change; the page is then laid out once, later.
-    QList<QLayout *> held;
-    for (AssertionRow *row : std::as_const(rows)) {
-        for (QWidget *w = row; w && w != widget()->parentWidget(); w = w->parentWidget()) {
-            if (QLayout *layout = w->layout(); layout && layout->isEnabled()) {
-                layout->setEnabled(false);
-                held << layout;
-            }
-        }
-    }
+    LayoutHold hold(widget());
+    for (AssertionRow *row : std::as_const(rows))
+        hold.hold(row);
     for (AssertionRow *row : std::as_const(rows))
         row->showNames(names);
-    for (QLayout *layout : std::as_const(held)) {
-        layout->setEnabled(true);
-        layout->invalidate();
-    }
 }
 
 QWidget *SummaryView::makeErrorBox()
@@ -248,12 +354,8 @@ QWidget *SummaryView::makeErrorBox()
 
 QWidget *SummaryView::makeIntro()
 {
-    auto *intro = TextStyle::label(
-        u"Power-management assertions are signals to macOS—from apps and from the system itself—that say, in "
-        u"effect, “don’t sleep yet, I’m doing something.” Each assertion names which kind of sleep it "
-        u"prevents. "
-        u"This screen lists every assertion currently held on your Mac."_s,
-        Style::callout, Role::secondary, Option::wrap);
+    auto *intro =
+        TextStyle::label(Profile::current().summary().intro, Style::callout, Role::secondary, Option::wrap);
     intro->setObjectName(u"introLabel"_s);
     return intro;
 }
@@ -267,57 +369,54 @@ QWidget *SummaryView::makeVerdict()
     return iconRow(m_verdictIcon, m_verdictText, 6);
 }
 
-Card *SummaryView::makeSleepBlock(SleepKind kind, const AssertionsSnapshot &snapshot)
+void SummaryView::makeSleepBlock(SleepKind kind)
 {
-    const QList<Assertion> blockers = snapshot.blockers(kind);
-    auto *card = new Card(Role::secondary, 0.06, 14, 10, m_content);
-    card->setObjectName(kindObjectName(kind));
-    auto *group = new DisclosureGroup(rawValue(kind));
-    card->column()->addWidget(group);
+    Block &block = m_kindBlocks[size_t(kind)];
+    block.card = new Card(Role::secondary, 0.06, 14, 10, m_content);
+    block.card->setObjectName(kindObjectName(kind));
+    block.group = new DisclosureGroup(rawValue(kind));
+    block.card->column()->addWidget(block.group);
 
-    QHBoxLayout *title = group->header()->row();
-    auto *icon =
-        new IconLabel(blockers.isEmpty() ? u"checkmark.circle.fill"_s : u"exclamationmark.triangle.fill"_s,
-                      blockers.isEmpty() ? Role::green : Role::orange);
-    icon->setObjectName(u"blockIcon"_s);
+    QHBoxLayout *title = block.group->header()->row();
+    block.icon = new IconLabel(u"checkmark.circle.fill"_s, Role::green);
+    block.icon->setObjectName(u"blockIcon"_s);
     auto *label = TextStyle::label(rawValue(kind), Style::title3, Role::primary, Option::semibold);
     label->setObjectName(u"blockTitle"_s);
-    icon->setFont(label->font());
-    title->addWidget(icon);
+    block.icon->setFont(label->font());
+    title->addWidget(block.icon);
     title->addWidget(label);
-    if (!blockers.isEmpty()) {
-        const QString count =
-            QString::number(blockers.size()) + (blockers.size() == 1 ? u" blocker"_s : u" blockers"_s);
-        auto *badge = TextStyle::label(count, Style::caption, Role::orange);
-        badge->setObjectName(u"blockCount"_s);
-        title->addWidget(badge);
-    }
+    block.count = TextStyle::label({}, Style::caption, Role::orange);
+    block.count->setObjectName(u"blockCount"_s);
+    block.count->hide();
+    title->addWidget(block.count);
     title->addStretch();
 
-    QWidget *content = makeRows(kindExplanation(kind), blockers);
-    if (blockers.isEmpty()) {
-        auto *notBlocked = TextStyle::label(u"Not blocked."_s, Style::callout, Role::green);
-        notBlocked->setObjectName(u"notBlocked"_s);
-        content->layout()->addWidget(
-            iconRow(new IconLabel(u"checkmark.circle.fill"_s, Role::green), notBlocked, 6));
-    }
-    group->setContent(content);
-    group->setExpanded(m_expanded.value(kind, true));
-    connect(group, &DisclosureGroup::toggled, this, [this, kind](bool open) { m_expanded[kind] = open; });
-    return card;
+    block.content = makeContent(Profile::current().summary().kindExplanations[size_t(kind)]);
+    auto *notBlocked = TextStyle::label(u"Not blocked."_s, Style::callout, Role::green);
+    notBlocked->setObjectName(u"notBlocked"_s);
+    block.notBlocked = iconRow(new IconLabel(u"checkmark.circle.fill"_s, Role::green), notBlocked, 6);
+    block.content->layout()->addWidget(block.notBlocked);
+    block.group->setContent(block.content);
+    block.group->setExpanded(m_expanded.value(kind, true));
+    m_blocks->addWidget(block.card);
+    connect(block.group, &DisclosureGroup::toggled, this, [this, kind](bool open) {
+        m_expanded[kind] = open;
+        Block &opened = m_kindBlocks[size_t(kind)];
+        if (open && !opened.rowsCurrent) {
+            syncRows(opened);
+            indexRows();
+        }
+    });
 }
 
-Card *SummaryView::makeOtherAssertionsBlock(const AssertionsSnapshot &snapshot)
+void SummaryView::makeOtherAssertionsBlock()
 {
-    const QList<Assertion> others = snapshot.nonBlockingAssertions();
-    if (others.isEmpty())
-        return nullptr;
-    auto *card = new Card(Role::secondary, 0.06, 14, 10, m_content);
-    card->setObjectName(u"otherAssertionsBlock"_s);
-    auto *group = new DisclosureGroup(u"Other assertions held"_s);
-    card->column()->addWidget(group);
+    m_others.card = new Card(Role::secondary, 0.06, 14, 10, m_content);
+    m_others.card->setObjectName(u"otherAssertionsBlock"_s);
+    m_others.group = new DisclosureGroup(u"Other assertions held"_s);
+    m_others.card->column()->addWidget(m_others.group);
 
-    QHBoxLayout *title = group->header()->row();
+    QHBoxLayout *title = m_others.group->header()->row();
     auto *label =
         TextStyle::label(u"Other assertions held"_s, Style::title3, Role::primary, Option::semibold);
     label->setObjectName(u"blockTitle"_s);
@@ -325,22 +424,24 @@ Card *SummaryView::makeOtherAssertionsBlock(const AssertionsSnapshot &snapshot)
     icon->setFont(label->font());
     title->addWidget(icon);
     title->addWidget(label);
-    auto *count = TextStyle::label(QString::number(others.size()), Style::caption, Role::secondary);
-    count->setObjectName(u"blockCount"_s);
-    title->addWidget(count);
+    m_others.count = TextStyle::label({}, Style::caption, Role::secondary);
+    m_others.count->setObjectName(u"blockCount"_s);
+    title->addWidget(m_others.count);
     title->addStretch();
 
-    group->setContent(
-        makeRows(u"These assertions are held but don’t prevent any of the three sleep kinds on "
-                 u"their own. macOS reports them as context—recent user input, mounted external "
-                 u"drives, etc."_s,
-                 others));
-    group->setExpanded(m_othersExpanded);
-    connect(group, &DisclosureGroup::toggled, this, [this](bool open) { m_othersExpanded = open; });
-    return card;
+    m_others.content = makeContent(Profile::current().summary().othersExplanation);
+    m_others.group->setContent(m_others.content);
+    m_others.group->setExpanded(m_othersExpanded);
+    connect(m_others.group, &DisclosureGroup::toggled, this, [this](bool open) {
+        m_othersExpanded = open;
+        if (open && !m_others.rowsCurrent) {
+            syncRows(m_others);
+            indexRows();
+        }
+    });
 }
 
-QWidget *SummaryView::makeRows(const QString &explanation, const QList<Assertion> &assertions)
+QWidget *SummaryView::makeContent(const QString &explanation)
 {
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);
@@ -350,17 +451,13 @@ QWidget *SummaryView::makeRows(const QString &explanation, const QList<Assertion
     paragraph->setObjectName(u"blockExplanation"_s);
     column->addWidget(paragraph);
     column->addSpacing(4);
-    for (const Assertion &a : assertions) {
-        auto *row = new AssertionRow(a, m_shownNames, content);
-        column->addWidget(row);
-        if (const auto pid = row->createdForPID())
-            m_rowsByCreator.insert(*pid, row);
-    }
     return content;
 }
 
 QWidget *SummaryView::makeWhereToLookNext()
 {
+    const Profile &profile = Profile::current();
+    const Profile::Summary &texts = profile.summary();
     auto *card = new Card(Role::accent, 0.06);
     card->setObjectName(u"whereToLookNext"_s);
     QVBoxLayout *column = card->column();
@@ -368,37 +465,32 @@ QWidget *SummaryView::makeWhereToLookNext()
     column->addWidget(
         TextStyle::label(u"Where to look next"_s, Style::title3, Role::primary, Option::semibold));
     column->addWidget(
-        TextStyle::label(u"These are the places in macOS to adjust sleep behavior or see what’s "
-                         u"connected."_s,
-                         Style::callout, Role::secondary, Option::wrap));
+        TextStyle::label(texts.whereToLookIntro, Style::callout, Role::secondary, Option::wrap));
 
     auto *links = new QVBoxLayout;
     links->setSpacing(6);
-    for (const SettingsLink &link : settingsLinks) {
+    for (const OpenTarget &link : profile.settingsLinks()) {
         auto *button = new LinkButton(link.label, u"gearshape"_s);
         button->setObjectName(u"settingsLink"_s);
-        connect(button, &LinkButton::clicked, this, [url = link.url] {
-            // A text that does not parse as a URL opens nothing.
-            if (const QUrl parsed(url, QUrl::StrictMode); parsed.isValid())
-                Workspace::openUrl(parsed);
-        });
+        connect(button, &LinkButton::clicked, this, [link] { Workspace::open(link); });
         links->addWidget(button);
     }
     links->addSpacing(4);
-    const QString label = u"Open Activity Monitor"_s;
-    auto *open = new QPushButton(Icons::icon(u"chart.line.uptrend.xyaxis", Role::primary, this), label);
-    open->setObjectName(u"activityMonitorButton"_s);
-    open->setAccessibleName(label);
-    // Unlike a row's button, this one copies nothing.
-    connect(open, &QPushButton::clicked, this, [] { Workspace::openPath(ToolPaths::activityMonitor()); });
-    links->addWidget(open, 0, Qt::AlignLeft);
-    links->addSpacing(4);
-    links->addWidget(
-        TextStyle::label(u"Tip: in Activity Monitor, choose View → All Processes if a PID isn’t "
-                         u"visible. Short-lived CLI tools like caffeinate may have already exited—check "
-                         u"the “Created for” attribution above to find the parent Terminal session "
-                         u"instead."_s,
-                         Style::caption, Role::secondary, Option::wrap));
+    const std::optional<OpenTarget> viewer = profile.processViewer();
+    if (viewer) {
+        const QString label = texts.viewerButton.arg(viewer->label);
+        auto *open = new QPushButton(Icons::icon(u"chart.line.uptrend.xyaxis", Role::primary, this), label);
+        open->setObjectName(u"activityMonitorButton"_s);
+        open->setAccessibleName(label);
+        // Unlike a row's button, this one copies nothing.
+        connect(open, &QPushButton::clicked, this, [target = *viewer] { Workspace::open(target); });
+        links->addWidget(open, 0, Qt::AlignLeft);
+        links->addSpacing(4);
+    }
+    auto *tip = TextStyle::label(viewer ? texts.viewerTip.arg(viewer->label) : texts.noViewerTip,
+                                 Style::caption, Role::secondary, Option::wrap);
+    tip->setObjectName(u"viewerTip"_s);
+    links->addWidget(tip);
     column->addLayout(links);
     return card;
 }

@@ -18,9 +18,10 @@ namespace lullwick {
 class AssertionRow;
 class AssertionsModel;
 class Card;
+class DisclosureGroup;
 class IconLabel;
 
-/// The Summary page: whether anything keeps the Mac awake, which kinds of sleep are blocked, by
+/// The Summary page: whether anything keeps the computer awake, which kinds of sleep are blocked, by
 /// which process, and where to look next. Redraws from the model's change signals; its ordering
 /// checkbox writes through to the model.
 class SummaryView : public QScrollArea {
@@ -29,8 +30,21 @@ public:
     explicit SummaryView(AssertionsModel *model, QWidget *parent = nullptr);
 
 private:
+    /// A collapsible block of the page: a sleep kind's, or the one of assertions that block nothing.
+    struct Block {
+        Card *card = nullptr;
+        DisclosureGroup *group = nullptr;
+        IconLabel *icon = nullptr;     ///< a sleep kind's state
+        QLabel *count = nullptr;       ///< "3 blockers", or the bare count
+        QWidget *content = nullptr;    ///< the explanation, then the rows
+        QWidget *notBlocked = nullptr; ///< a sleep kind's "Not blocked." line
+        QList<Assertion> assertions;   ///< what the block lists
+        QList<AssertionRow *> rows;    ///< the rows built for it, in its order
+        bool rowsCurrent = true;       ///< whether `rows` show `assertions`
+    };
+
     void showState();
-    void rebuild();
+    void showSnapshot();
     void showNames();
     void orderBlocks();
 
@@ -38,9 +52,15 @@ private:
     [[nodiscard]] QWidget *makeIntro();
     [[nodiscard]] QWidget *makeVerdict();
     [[nodiscard]] QWidget *makeWhereToLookNext();
-    [[nodiscard]] Card *makeSleepBlock(SleepKind kind, const AssertionsSnapshot &snapshot);
-    [[nodiscard]] Card *makeOtherAssertionsBlock(const AssertionsSnapshot &snapshot);
-    [[nodiscard]] QWidget *makeRows(const QString &explanation, const QList<Assertion> &assertions);
+    void makeSleepBlock(SleepKind kind);
+    void makeOtherAssertionsBlock();
+    [[nodiscard]] QWidget *makeContent(const QString &explanation);
+    void showSleepBlock(SleepKind kind, QList<Assertion> blockers);
+    /// Lists `assertions` in `block`: now if it is open, else when it is first opened.
+    void showRows(Block &block, QList<Assertion> assertions);
+    /// Makes the rows of `block` show its assertions, keeping the rows of the same assertions.
+    void syncRows(Block &block);
+    void indexRows();
 
     AssertionsModel *m_model;
     QWidget *m_errorBox;
@@ -51,8 +71,8 @@ private:
     QLabel *m_verdictText = nullptr;
     QCheckBox *m_order;
     QVBoxLayout *m_blocks;
-    std::array<Card *, 3> m_kindBlocks{};
-    Card *m_others = nullptr;
+    std::array<Block, 3> m_kindBlocks{};
+    Block m_others;
 
     // The open state of each block belongs to the page, not to a reading: it survives new snapshots.
     QHash<SleepKind, bool> m_expanded;

@@ -1,6 +1,7 @@
 // Plays systemd-logind on the bus named by DBUS_SYSTEM_BUS_ADDRESS, and GNOME's session manager
 // and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
-// Prints "ready PID" once its names are taken, PID being a process that has already exited.
+// Prints "ready PID" once its names are taken, PID being a process that has already exited. One
+// lock is held by a child named systemd-inhibit, which runs a child named rsync.
 // --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors;
 // --silent-gnome never answers the session manager's calls; --slow-gnome answers each after 0.4 s.
 
@@ -13,7 +14,9 @@
 #include <QDBusVirtualObject>
 #include <QHash>
 #include <QTimer>
+#include <csignal>
 #include <cstdio>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -88,6 +91,19 @@ int main(int argc, char *argv[])
     if (exited == 0)
         _exit(0);
     waitpid(exited, nullptr, 0);
+    // A systemd-inhibit that runs rsync: the lock is its own, the command its child. Both go
+    // when we do.
+    const pid_t inhibit = fork();
+    if (inhibit == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        prctl(PR_SET_NAME, "systemd-inhibit");
+        if (fork() == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            prctl(PR_SET_NAME, "rsync");
+        }
+        for (;;)
+            pause();
+    }
 
     QCoreApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
@@ -109,6 +125,8 @@ int main(int argc, char *argv[])
                   {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
                   {"shutdown", "apt", "Upgrading packages", "block", 0, self},
                   {"idle:sleep", "old-job", "Left behind", "block", 1000, uint(exited)},
+                  {"idle", "rsync -a /home /backup", "Nightly backup", "block", 0, uint(inhibit)},
+                  {"sleep", "Updater", "Weak\rhold", "block-weak", 0, self},
               });
     a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
                                         {"IdleActionUSec", qulonglong(1800000000)},
@@ -123,24 +141,29 @@ int main(int argc, char *argv[])
                   QDBusObjectPath(gsm + "/Inhibitor1"), QDBusObjectPath(gsm + "/Inhibitor2"),
                   QDBusObjectPath(gsm + "/Inhibitor3"),
                   QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
+                  QDBusObjectPath(gsm + "/Inhibitor5"),
               });
     const struct {
+        int number;
         const char *app, *reason;
         uint flags;
         const char *client; // under the session manager's path; empty: no client
-    } inhibitors[] = {{"org.gnome.Totem", "Playing a video", 8, "/Client1"},
-                      {"firefox", "Downloading files", 4, ""},
-                      {"org.gnome.TextEditor", "Unsaved documents", 1, ""}};
-    for (int i = 0; i < 3; ++i) {
-        const QString path = gsm + "/Inhibitor" + QString::number(i + 1) + ' ';
-        a[path + "GetAppId"] = QString::fromUtf8(inhibitors[i].app);
-        a[path + "GetReason"] = QString::fromUtf8(inhibitors[i].reason);
-        a[path + "GetFlags"] = inhibitors[i].flags;
+    } inhibitors[] = {{1, "org.gnome.Totem", "Playing a video", 8, "/Client1"},
+                      {2, "firefox", "Downloading files", 4, ""},
+                      {3, "org.gnome.TextEditor", "Unsaved documents", 1, ""},
+                      // Suspend and idle, as video players ask, for a client whose process is unknown.
+                      {5, "io.github.celluloid_player.Celluloid", "Watching\ta\033film", 12, "/Client2"}};
+    for (const auto &inhibitor : inhibitors) {
+        const QString path = gsm + "/Inhibitor" + QString::number(inhibitor.number) + ' ';
+        a[path + "GetAppId"] = QString::fromUtf8(inhibitor.app);
+        a[path + "GetReason"] = QString::fromUtf8(inhibitor.reason);
+        a[path + "GetFlags"] = inhibitor.flags;
         const QString client =
-            *inhibitors[i].client ? gsm + QLatin1String(inhibitors[i].client) : QStringLiteral("/");
+            *inhibitor.client ? gsm + QLatin1String(inhibitor.client) : QStringLiteral("/");
         a[path + "GetClientId"] = QVariant::fromValue(QDBusObjectPath(client));
     }
     a[gsm + "/Client1 GetUnixProcessId"] = uint(getppid()); // the test plays the application
+    a[gsm + "/Client2 GetUnixProcessId"] = uint(0);
 
     if (args.contains("--silent-gnome"))
         objects.silentUnder = gsm;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QLocale>
 #include <QSet>
 #include <QStandardPaths>
 
@@ -104,9 +105,8 @@ void addProgram(QStringList &names, const QString &program)
     }
 }
 
-} // namespace
-
-std::optional<DesktopEntry> DesktopEntry::read(const QString &filePath, QString id, QStringView localeName)
+/// The keys of the main group of the entry at `filePath`; nothing when it can't be read.
+std::optional<QHash<QString, QString>> mainGroup(const QString &filePath)
 {
     QFile file(filePath);
     if (!file.open(QIODevice::ReadOnly))
@@ -132,6 +132,29 @@ std::optional<DesktopEntry> DesktopEntry::read(const QString &filePath, QString 
         if (!keys.contains(key))
             keys.insert(key, unescaped(line.sliced(equals + 1).trimmed()));
     }
+    return keys;
+}
+
+/// Name[lang_COUNTRY], then Name[lang], then Name.
+QString localizedName(const QHash<QString, QString> &keys, QStringView localeName)
+{
+    const QString language = localeName.first(std::max<qsizetype>(0, localeName.indexOf(u'_'))).toString();
+    for (const QString &key : {QStringLiteral("Name[%1]").arg(localeName),
+                               QStringLiteral("Name[%1]").arg(language), QStringLiteral("Name")}) {
+        if (const auto it = keys.constFind(key); it != keys.cend() && !it->isEmpty())
+            return *it;
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<DesktopEntry> DesktopEntry::read(const QString &filePath, QString id, QStringView localeName)
+{
+    const std::optional<QHash<QString, QString>> group = mainGroup(filePath);
+    if (!group)
+        return std::nullopt;
+    const QHash<QString, QString> &keys = *group;
 
     const auto flag = [&keys](const QString &key) { return keys.value(key) == u"true"; };
     if (keys.value(QStringLiteral("Type")) != u"Application" || flag(QStringLiteral("Hidden")) ||
@@ -140,15 +163,7 @@ std::optional<DesktopEntry> DesktopEntry::read(const QString &filePath, QString 
 
     DesktopEntry entry;
     entry.id = std::move(id);
-    // Name[lang_COUNTRY], then Name[lang], then Name.
-    const QString language = localeName.first(std::max<qsizetype>(0, localeName.indexOf(u'_'))).toString();
-    for (const QString &key : {QStringLiteral("Name[%1]").arg(localeName),
-                               QStringLiteral("Name[%1]").arg(language), QStringLiteral("Name")}) {
-        if (const auto it = keys.constFind(key); it != keys.cend() && !it->isEmpty()) {
-            entry.name = *it;
-            break;
-        }
-    }
+    entry.name = localizedName(keys, localeName);
     QStringList arguments = execArguments(keys.value(QStringLiteral("Exec")));
     // "env NAME=value program ...": the program is the first word that is not an assignment.
     while (!arguments.isEmpty() &&
@@ -186,6 +201,39 @@ QList<DesktopEntry> DesktopEntry::installed(QStringView localeName)
         }
     }
     return entries;
+}
+
+std::optional<DesktopEntry::Launch> DesktopEntry::launch(const QString &id, const QStringList &folders)
+{
+    std::optional<QHash<QString, QString>> keys;
+    for (const QString &folder : folders) {
+        if ((keys = mainGroup(folder + u'/' + id + QStringLiteral(".desktop"))))
+            break;
+    }
+    // Settings pages are entries hidden from menus (NoDisplay); Hidden means deleted.
+    if (!keys || keys->value(QStringLiteral("Type")) != u"Application" ||
+        keys->value(QStringLiteral("Hidden")) == u"true")
+        return std::nullopt;
+
+    QStringList arguments;
+    for (const QString &argument : execArguments(keys->value(QStringLiteral("Exec")))) {
+        // Field codes stand for files, URLs and the entry's icon or name: none are passed here.
+        if (argument.size() == 2 && argument.front() == u'%' && argument.back() != u'%')
+            continue;
+        arguments.append(QString(argument).replace(QStringLiteral("%%"), QStringLiteral("%")));
+    }
+    if (arguments.isEmpty())
+        return std::nullopt;
+    // A program named without a folder is taken from the system's own program folders only.
+    static const QStringList programFolders{QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"),
+                                            QStringLiteral("/bin"), QStringLiteral("/usr/games")};
+    QString program = arguments.takeFirst();
+    if (!program.startsWith(u'/'))
+        program = QStandardPaths::findExecutable(program, programFolders);
+    const QFileInfo file(program);
+    if (program.isEmpty() || !file.isFile() || !file.isExecutable())
+        return std::nullopt;
+    return Launch{localizedName(*keys, QLocale::system().name()), program, arguments};
 }
 
 } // namespace lullwick

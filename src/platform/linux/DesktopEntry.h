@@ -24,6 +24,17 @@ struct DesktopEntry {
     /// id, the one with precedence wins (a hidden entry there removes the application). Ordered
     /// by folder precedence, then by id.
     [[nodiscard]] static QList<DesktopEntry> installed(QStringView localeName);
+
+    /// How to start an application, from its entry's Exec line.
+    struct Launch {
+        QString name;          ///< the Name in the user's language
+        QString program;       ///< absolute path
+        QStringList arguments; ///< without field codes
+    };
+    /// The entry with desktop-file id `id` in the first of `folders` (applications folders, in
+    /// order of precedence) that has one, also when it is kept out of menus; nothing when there
+    /// is none, it was deleted (Hidden), or its program is not installed.
+    [[nodiscard]] static std::optional<Launch> launch(const QString &id, const QStringList &folders);
 };
 
 } // namespace lullwick

@@ -20,27 +20,27 @@ struct Process {
     const DesktopEntry *entry = nullptr;
 };
 
-QByteArray readProcFile(qint64 pid, const char *name)
+QByteArray readProcFile(const QString &root, qint64 pid, const char *name)
 {
-    QFile file(QStringLiteral("/proc/%1/%2").arg(pid).arg(QLatin1String(name)));
+    QFile file(QStringLiteral("%1/%2/%3").arg(root).arg(pid).arg(QLatin1String(name)));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-qint64 parentOf(qint64 pid)
+qint64 parentOf(const QString &root, qint64 pid)
 {
     // "pid (comm) state ppid ...": the command may hold spaces and parentheses, so read after the last ")".
-    const QByteArray stat = readProcFile(pid, "stat");
+    const QByteArray stat = readProcFile(root, pid, "stat");
     const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
     return fields.size() > 1 ? fields[1].toLongLong() : 0;
 }
 
 /// The names the process runs as: its executable's and its first argument's last path component.
-QStringList programNamesOf(qint64 pid)
+QStringList programNamesOf(const QString &root, qint64 pid)
 {
     QStringList names;
-    QString executable = QFileInfo(QStringLiteral("/proc/%1/exe").arg(pid)).symLinkTarget();
+    QString executable = QFileInfo(QStringLiteral("%1/%2/exe").arg(root).arg(pid)).symLinkTarget();
     executable.remove(QStringLiteral(" (deleted)")); // the binary was replaced by an upgrade
-    const QByteArray commandLine = readProcFile(pid, "cmdline");
+    const QByteArray commandLine = readProcFile(root, pid, "cmdline");
     const QString firstArgument = QString::fromLocal8Bit(commandLine.left(commandLine.indexOf('\0')));
     for (const QString &path : {executable, firstArgument}) {
         const QString name = path.sliced(path.lastIndexOf(u'/') + 1);
@@ -52,7 +52,7 @@ QStringList programNamesOf(qint64 pid)
 
 } // namespace
 
-QList<RunningAppInfo> current()
+QList<RunningAppInfo> current(const QString &processRoot)
 {
     const QList<DesktopEntry> entries = DesktopEntry::installed(QLocale().name());
     // Where entries share a program, the one whose id ends in the program's name speaks for it
@@ -72,14 +72,14 @@ QList<RunningAppInfo> current()
     QList<Process> processes;
     QHash<qint64, const DesktopEntry *> entryOf;
     for (const QFileInfo &info :
-         QDir(QStringLiteral("/proc")).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+         QDir(processRoot).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         bool isNumber = false;
         const qint64 pid = info.fileName().toLongLong(&isNumber);
         if (!isNumber || info.ownerId() != user)
             continue;
-        for (const QString &name : programNamesOf(pid)) {
+        for (const QString &name : programNamesOf(processRoot, pid)) {
             if (const DesktopEntry *entry = byProgram.value(name)) {
-                processes.append({pid, parentOf(pid), entry});
+                processes.append({pid, parentOf(processRoot, pid), entry});
                 entryOf.insert(pid, entry);
                 break;
             }

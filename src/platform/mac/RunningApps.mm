@@ -4,7 +4,7 @@
 
 namespace lullwick::RunningApps {
 
-QList<RunningAppInfo> current()
+QList<RunningAppInfo> current(const QString &)
 {
     QList<RunningAppInfo> apps;
     @autoreleasepool {

@@ -1,0 +1,191 @@
+#include "model/AssertionKind.h"
+#include "platform/Profile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace lullwick {
+
+namespace {
+
+// XDG_CURRENT_DESKTOP names.
+const QStringList gnome{u"GNOME"_s, u"Unity"_s, u"ubuntu"_s};
+const QStringList budgie{u"Budgie"_s};
+const QStringList kde{u"KDE"_s};
+const QStringList cinnamon{u"X-Cinnamon"_s, u"Cinnamon"_s};
+const QStringList mate{u"MATE"_s};
+const QStringList xfce{u"XFCE"_s};
+
+} // namespace
+
+// The program on a Linux desktop: the inhibitors of systemd-logind and of the desktop session,
+// read through the pmset stand-in shipped beside the program.
+void Profile::makeLinux(Profile &p)
+{
+    p.m_summary = {
+        u"Reading the sleep inhibitors…"_s,
+        u"Click Refresh to read the sleep inhibitors."_s,
+        u"Sleep inhibitors are locks that programs take through systemd-logind or the desktop session—apps "
+        u"and the system itself—that say, in effect, “don’t sleep yet, I’m doing something.” Each one names "
+        u"which kind of sleep it holds off. This screen lists every inhibitor currently held on your "
+        u"computer."_s,
+        u"Nothing is preventing your computer from sleeping."_s,
+        {u"Your desktop normally blanks the screen and then suspends the computer on its own once it has "
+         u"been idle for a while. When something blocks idle sleep, the computer stays awake even though "
+         u"you’re not using it. Suspending by hand—Suspend in the system menu, or closing the lid—still "
+         u"works."_s,
+         u"Held against every suspend that is asked for, from the system menu or by a program, not only "
+         u"the automatic one: systemd-logind refuses until the lock is let go. Closing the lid still "
+         u"suspends, since logind lets the lid and the suspend key ignore such locks unless told otherwise. "
+         u"This is rare and almost always intentional, like during a backup or a system update."_s,
+         u"When something blocks display sleep, the screen stays on—no dimming, no blanking—even after the "
+         u"desktop would normally turn it off: usually because a video is playing, a call is on, or a "
+         u"presentation is running."_s},
+        u"These inhibitors are held but don’t prevent any of the three sleep kinds on their own: delay locks "
+        u"that only postpone suspend or shutdown for a moment, locks on shutdown or logout, and programs "
+        u"that "
+        u"handle the power keys and the lid themselves."_s,
+        u"These are the places on your desktop to adjust sleep behavior or see what’s connected."_s,
+        u"Open %1"_s,
+        u"Opens %1 and copies the relevant PID to the clipboard so you can paste it into its search field. "
+        u"(You may need to show all processes, not only your own.)"_s,
+        u"Tip: in %1, show all processes, not only your own, if a PID isn’t listed. A command run through "
+        u"systemd-inhibit is named on its “Created for” line above; look for that process instead."_s,
+        u"Copy PID"_s,
+        u"Copies the relevant PID to the clipboard, so you can look the process up in a process viewer or "
+        u"with ps -p in a terminal."_s,
+        u"Tip: no process viewer is installed here. “Copy PID” puts a row’s PID on the clipboard; ps -p "
+        u"followed by that number in a terminal shows the process. A command run through systemd-inhibit is "
+        u"named on its “Created for” line above."_s,
+    };
+    p.m_details = {u"Inhibitors held through systemd-logind and the desktop session"_s,
+                   u"Power settings (kernel and systemd-logind)"_s};
+    p.m_restart = {
+        u"When you choose Restart and nothing happens—or an update won’t install because the computer can’t "
+        u"restart—it’s usually one app refusing to quit (often an unsaved document), a program holding a "
+        u"shutdown lock, or a system update still writing itself to disk. This gathers the signals your "
+        u"computer records about that and ranks the likely cause."_s,
+        u"Reading the sleep and shutdown locks…"_s,
+        u"Click Analyze to check what’s holding up a restart right now."_s,
+        u"What this can’t see"_s,
+        u"No system interface names the restart blocker with certainty, so this ranks evidence rather than "
+        u"giving one guaranteed answer. And if your computer is fully frozen—no pointer, screen "
+        u"unresponsive—you won’t be able to open this app at all. It’s built for the common case: you chose "
+        u"Restart, it quietly didn’t happen, and the computer is otherwise working."_s,
+        {u"Found a likely cause that’s holding up a restart."_s,
+         u"Nothing is conclusively blocking a restart, but here are the things worth checking."_s,
+         u"No obvious restart blocker found. If a restart still hangs, it’s most likely an app with an "
+         u"unsaved document."_s},
+        u"A system update is installing right now"_s,
+        u"A software updater is holding a lock (%1). Your computer won’t restart cleanly while an update is "
+        u"mid-install — it wants to finish writing the update first, which can look like a stuck or refused "
+        u"restart."_s,
+        u"Let the update finish in your software updater (GNOME Software, Discover, or the terminal running "
+        u"apt), then restart again."_s,
+        u"When you restart, your desktop asks each open app to quit. Any one of these can silently stop the "
+        u"restart by putting up a “Save changes?” dialog that you may not see if it’s behind another "
+        u"window:\n\n"_s,
+    };
+    p.m_reportDescription =
+        u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;
+
+    // The Mac's descriptions, but for those that name the Mac or its services.
+    using K = AssertionKind;
+    p.m_kindDescriptions = of(System::macOS).m_kindDescriptions;
+    const QString keepAwake = u"Keeping the computer awake while otherwise idle."_s;
+    const QString keepDisplay = u"Keeping the screen on, and the computer awake, while otherwise idle."_s;
+    const QString preventAll = u"Refusing every suspend, automatic or asked for, until the lock is let go."_s;
+    for (const auto &[kind, text] : std::initializer_list<std::pair<K::Case, QString>>{
+             {K::preventUserIdleSystemSleep, keepAwake},
+             {K::noIdleSleepLegacy, keepAwake},
+             {K::preventUserIdleDisplaySleep, keepDisplay},
+             {K::noDisplaySleepLegacy, keepDisplay},
+             {K::preventSystemSleep, preventAll},
+             {K::denySystemSleepLegacy, preventAll},
+             {K::applePushServiceTask,
+              u"Push notification service activity. Holds idle sleep only while plugged in."_s},
+             {K::softwareUpdateTask,
+              u"A system software update is running. Holds idle sleep only while plugged in."_s},
+             {K::maintenanceWake, u"System woke briefly to do maintenance. AC-only."_s},
+             {K::externalMedia,
+              u"External storage is mounted. Informational — does not prevent sleep on its own."_s},
+             {K::internalPreventSleep, u"Short-lived power-manager proxy while transitioning sleep state."_s},
+             {K::internalPreventDisplaySleep,
+              u"Short-lived power-manager proxy while transitioning display sleep state."_s},
+         })
+        p.m_kindDescriptions[kind] = text;
+    // The words the stand-in writes for the inhibitors that block no kind of sleep.
+    p.m_otherWordDescriptions = {
+        {u"DelaySleep"_s,
+         u"A delay lock: postpones suspend by a few seconds so the program can get ready (lock the screen, "
+         u"close connections). It blocks nothing."_s},
+        {u"DelayShutdown"_s,
+         u"A delay lock on shutdown: postpones power-off or restart by a few seconds so the program can "
+         u"finish up. Sleep is not affected."_s},
+        {u"PreventShutdown"_s,
+         u"Holding off shutdown and restart, for example while packages install. Sleep is not affected."_s},
+        {u"HandlePowerKeys"_s,
+         u"Handling the power, suspend or lid keys itself instead of systemd-logind. Blocks no sleep: the "
+         u"program decides what the keys do."_s},
+        {u"PreventLogout"_s,
+         u"Asking the desktop session not to log out, for example over unsaved work. Sleep is not "
+         u"affected."_s},
+        {u"PreventUserSwitch"_s, u"Asking the desktop session not to switch users. Sleep is not affected."_s},
+        {u"PreventAutomount"_s,
+         u"Asking the desktop session not to open inserted media automatically. Sleep is not affected."_s},
+        {u"Inhibitor"_s,
+         u"A lock of a kind this program doesn’t know. It blocks none of the three sleep kinds."_s},
+    };
+    p.m_catalog = &linuxCatalog;
+    p.m_truncatedNameLength = 15;
+
+    // Each desktop's own settings pages, as desktop-file ids; a link without an installed one is
+    // left out.
+    p.m_links = {
+        {u"Power settings (automatic suspend and screen blanking)"_s,
+         {},
+         {{gnome, u"gnome-power-panel"_s},
+          {budgie, u"budgie-power-panel"_s},
+          {kde, u"kcm_powerdevilprofilesconfig"_s},
+          {cinnamon, u"cinnamon-settings-power"_s},
+          {mate, u"mate-power-preferences"_s},
+          {xfce, u"xfce4-power-manager-settings"_s}}},
+        {u"Screen lock settings (when the screen locks)"_s,
+         {},
+         {{gnome, u"gnome-lock-panel"_s},
+          {gnome, u"gnome-privacy-panel"_s},
+          {budgie, u"budgie-privacy-panel"_s},
+          {kde, u"kcm_screenlocker"_s},
+          {cinnamon, u"cinnamon-settings-screensaver"_s},
+          {mate, u"mate-screensaver-preferences"_s},
+          {xfce, u"xfce4-screensaver-preferences"_s}}},
+        {u"Bluetooth (devices that can wake the computer)"_s,
+         {},
+         {{gnome, u"gnome-bluetooth-panel"_s},
+          {budgie, u"budgie-bluetooth-panel"_s},
+          {kde, u"kcm_bluetooth"_s},
+          {cinnamon + mate + xfce, u"blueman-manager"_s},
+          {cinnamon, u"blueberry"_s}}},
+        {u"Sharing (file sharing, screen sharing, remote login)"_s,
+         {},
+         {{gnome, u"gnome-sharing-panel"_s},
+          {budgie, u"budgie-sharing-panel"_s},
+          {kde, u"kcm_krdpserver"_s}}},
+    };
+    p.m_viewers = {
+        {gnome + budgie + cinnamon, u"org.gnome.SystemMonitor"_s},
+        {gnome + budgie + cinnamon, u"gnome-system-monitor"_s},
+        {kde, u"org.kde.plasma-systemmonitor"_s},
+        {kde, u"org.kde.ksysguard"_s},
+        {xfce, u"org.xfce.taskmanager"_s},
+        {xfce, u"xfce4-taskmanager"_s},
+        {mate, u"mate-system-monitor"_s},
+    };
+
+    p.m_pmset = u"lullwick-pmset"_s;
+    p.m_ps = u"/bin/ps"_s;
+    p.m_log = u"/usr/bin/log"_s;
+    p.m_spindump = u"/usr/bin/spindump"_s;
+    p.m_diagnosticReports = u"/Library/Logs/DiagnosticReports"_s;
+}
+
+} // namespace lullwick

@@ -1,0 +1,246 @@
+#include "AssertionsModelFeeder.h"
+#include "DarkPalette.h"
+#include "FakeToolDir.h"
+#include "Fixtures.h"
+#include "app/ContentView.h"
+#include "catalog/ProcessCatalog.h"
+#include "model/AssertionKind.h"
+#include "platform/Profile.h"
+#include "restart/RestartModel.h"
+#include "summary/AssertionRow.h"
+#include "summary/AssertionsModel.h"
+#include "summary/SummaryView.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QtTest>
+
+using namespace lullwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What names the Mac, its tools or its settings, which a Linux user has none of.
+const QRegularExpression
+    macWords(uR"(\bMac\b|macOS|Apple|Activity Monitor|System Settings|Finder|Spotlight)"_s);
+
+/// A desktop entry whose program is a do-nothing script beside it.
+void writeEntry(const QString &folder, const QString &id, const QString &name)
+{
+    const QString program = folder + u"/bin-"_s + id;
+    Fixtures::writeFile(program, "#!/bin/sh\n");
+    QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
+    Fixtures::writeFile(folder + u'/' + id + u".desktop"_s,
+                        (u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2 %U\nNoDisplay=true\n"_s)
+                            .arg(name, program)
+                            .toUtf8());
+}
+
+/// Points the XDG applications folders at `dataDir` and names the running desktop.
+void useDesktop(const QString &dataDir, const QByteArray &desktop)
+{
+    qputenv("XDG_DATA_HOME", (dataDir + u"/home"_s).toUtf8());
+    qputenv("XDG_DATA_DIRS", dataDir.toUtf8());
+    qputenv("XDG_CURRENT_DESKTOP", desktop);
+    Profile::current().reloadDesktop();
+}
+
+/// The titles of the rows in the block `block`, top to bottom.
+QStringList rowTitles(const QWidget *view, const QString &block)
+{
+    QList<AssertionRow *> rows = view->findChild<QWidget *>(block)->findChildren<AssertionRow *>();
+    std::sort(rows.begin(), rows.end(), [](QWidget *a, QWidget *b) { return a->y() < b->y(); });
+    QStringList titles;
+    for (const AssertionRow *row : rows)
+        titles << row->findChild<QLabel *>(u"rowTitle"_s)->text();
+    return titles;
+}
+
+} // namespace
+
+class TestLinuxViews : public QObject {
+    Q_OBJECT
+    const ScopedProfile m_linux{Profile::System::Linux};
+    const QString m_shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);
+    QTemporaryDir m_desktop;
+    FakeToolDir m_fake;
+    ContentView *m_view = nullptr;
+    AssertionsModel *m_model = nullptr;
+    RestartModel *m_restart = nullptr;
+
+    void screenshot(ContentView::Tab tab, const QString &name)
+    {
+        m_view->setSelectedTab(tab);
+        QCoreApplication::processEvents();
+        auto *page = qobject_cast<QScrollArea *>(m_view->findChild<QTabWidget *>()->currentWidget());
+        QVERIFY(page);
+        QVERIFY(page->widget()->grab().save(m_shots + u'/' + name + u".png"_s));
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(QDir().mkpath(m_shots));
+        // A GNOME desktop with GNOME's settings panels and system monitor.
+        const QString applications = m_desktop.path() + u"/applications"_s;
+        QVERIFY(QDir().mkpath(applications));
+        writeEntry(applications, u"gnome-power-panel"_s, u"Power"_s);
+        writeEntry(applications, u"gnome-lock-panel"_s, u"Screen Lock"_s);
+        writeEntry(applications, u"gnome-bluetooth-panel"_s, u"Bluetooth"_s);
+        writeEntry(applications, u"gnome-sharing-panel"_s, u"Sharing"_s);
+        writeEntry(applications, u"gnome-system-monitor"_s, u"System Monitor"_s);
+        useDesktop(m_desktop.path(), "ubuntu:GNOME");
+
+        m_fake.setOutputFromFixture(u"assertions"_s, u"inhibitors-linux-desktop.txt"_s);
+        m_fake.setOutputFromFixture(u"settings"_s, u"settings-linux.txt"_s);
+        m_fake.setProcessTable({{5121, u"rsync"_s}, {6650, u"totem"_s}});
+        QVERIFY(m_fake.isValid());
+        m_model = new AssertionsModel(m_fake.pmsetPath(), m_fake.psPath());
+        m_restart = new RestartModel(
+            [] {
+                return QList<RunningAppInfo>{{u"Text Editor"_s, u"org.gnome.TextEditor"_s, 4001},
+                                             {u"Files"_s, u"org.gnome.Nautilus"_s, 4002}};
+            },
+            m_fake.pmsetPath(), m_fake.logPath(), m_fake.spindumpPath(), m_fake.path() + u"/reports"_s);
+        m_view = new ContentView(m_model, m_restart);
+        m_view->resize(760, 1400);
+        m_view->show();
+        QTRY_VERIFY_WITH_TIMEOUT(m_model->snapshot() && m_model->resolvedNames().size() == 2, 20'000);
+
+        m_view->setSelectedTab(ContentView::Tab::restart);
+        m_restart->analyze();
+        QTRY_VERIFY_WITH_TIMEOUT(m_restart->analysis() && !m_restart->isAnalyzing(), 20'000);
+        m_view->setSelectedTab(ContentView::Tab::details);
+        m_view->setSelectedTab(ContentView::Tab::summary);
+    }
+
+    void cleanupTestCase()
+    {
+        delete m_view;
+        QApplication::clipboard()->clear();
+    }
+
+    // The holders of a typical GNOME desktop, each titled by what it is or whom it holds for.
+    void rowsExplainLinuxHolders_data()
+    {
+        QTest::addColumn<QString>("block");
+        QTest::addColumn<QStringList>("titles");
+        const QStringList awake{u"rsync is copying files"_s,
+                                u"An application asked the desktop session to stay awake"_s,
+                                u"Videos (Totem) is playing media"_s};
+        QTest::addRow("idle sleep: a command, the session's lock, the video player")
+            << u"sleepBlock-idleSystem"_s << awake;
+        QTest::addRow("display sleep: the same three") << u"sleepBlock-display"_s << awake;
+        QTest::addRow("delay, key and shutdown locks block nothing")
+            << u"otherAssertionsBlock"_s
+            << QStringList{u"NetworkManager will disconnect before suspend"_s,
+                           u"UPower pauses battery polling before suspend"_s,
+                           u"GNOME Shell will lock the screen before suspend"_s,
+                           u"GNOME’s power daemon is handling the lid or suspend"_s,
+                           u"KDE’s power management is handling the power keys"_s,
+                           u"Unattended upgrades will finish before shutdown"_s};
+    }
+    void rowsExplainLinuxHolders()
+    {
+        QFETCH(QString, block);
+        QTEST(rowTitles(m_view, block), "titles");
+    }
+
+    void screenshots()
+    {
+        screenshot(ContentView::Tab::summary, u"linux-summary"_s);
+        screenshot(ContentView::Tab::details, u"linux-details"_s);
+        screenshot(ContentView::Tab::restart, u"linux-restart"_s);
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        screenshot(ContentView::Tab::summary, u"linux-summary-dark"_s);
+        screenshot(ContentView::Tab::details, u"linux-details-dark"_s);
+        QApplication::setPalette(light);
+        m_view->setSelectedTab(ContentView::Tab::summary);
+    }
+
+    // The desktop's own settings panels and process viewer; rows open the viewer with the PID.
+    void desktopLinksAndViewer()
+    {
+        QStringList links;
+        for (const QAbstractButton *b : m_view->findChildren<QAbstractButton *>(u"settingsLink"_s))
+            links << b->text();
+        QCOMPARE(links, (QStringList{u"Power settings (automatic suspend and screen blanking)"_s,
+                                     u"Screen lock settings (when the screen locks)"_s,
+                                     u"Bluetooth (devices that can wake the computer)"_s,
+                                     u"Sharing (file sharing, screen sharing, remote login)"_s}));
+        QCOMPARE(m_view->findChild<QAbstractButton *>(u"activityMonitorButton"_s)->text(),
+                 u"Open System Monitor"_s);
+        for (const QAbstractButton *b : m_view->findChildren<QAbstractButton *>(u"rowActivityMonitor"_s))
+            QCOMPARE(b->text(), u"Open System Monitor"_s);
+    }
+
+    // Without a process viewer the page has no button to open one, and rows copy the PID.
+    void withoutViewerRowsCopyThePID()
+    {
+        QTemporaryDir empty;
+        useDesktop(empty.path(), "GNOME");
+        AssertionsModel model;
+        AssertionsModelFeeder(model).setSnapshot(m_model->snapshot().value());
+        SummaryView view(&model);
+        QCOMPARE(view.findChildren<QAbstractButton *>(u"settingsLink"_s).size(), 0);
+        QVERIFY(!view.findChild<QAbstractButton *>(u"activityMonitorButton"_s));
+        QCOMPARE(view.findChild<QLabel *>(u"viewerTip"_s)->text(), Profile::current().summary().noViewerTip);
+        AssertionRow *row = view.findChild<QWidget *>(u"otherAssertionsBlock"_s)->findChild<AssertionRow *>();
+        auto *button = row->findChild<QAbstractButton *>(u"rowActivityMonitor"_s);
+        QCOMPARE(button->text(), u"Copy PID"_s);
+        QCOMPARE(button->accessibleName(), u"Copy PID"_s);
+        button->click();
+        QCOMPARE(QApplication::clipboard()->text(), QString::number(row->assertion().pid));
+        useDesktop(m_desktop.path(), "ubuntu:GNOME");
+    }
+
+    // Nothing a Linux user reads names the Mac or its tools: the window's texts in every tab, the
+    // copies of every tab, and every text of the profile and its catalog.
+    void linuxTextsNameNoMacThing_data()
+    {
+        QTest::addColumn<QString>("text");
+        int n = 0;
+        const auto add = [&n](const QString &source, const QString &text) {
+            if (!text.isEmpty())
+                QTest::addRow("%s %d", qPrintable(source), ++n) << text;
+        };
+        for (const ContentView::Tab tab :
+             {ContentView::Tab::summary, ContentView::Tab::restart, ContentView::Tab::details}) {
+            m_view->setSelectedTab(tab);
+            m_view->copyVisibleTabContents();
+            add(u"copy"_s, QApplication::clipboard()->text());
+        }
+        for (const QLabel *label : m_view->findChildren<QLabel *>())
+            add(u"label "_s + label->objectName(), label->text());
+        for (const QWidget *w : m_view->findChildren<QWidget *>()) {
+            add(u"tooltip "_s + w->objectName(), w->toolTip());
+            if (const auto *button = qobject_cast<const QAbstractButton *>(w))
+                add(u"button "_s + button->objectName(), button->text());
+        }
+        const Profile &profile = Profile::current();
+        for (const QString &text : profile.allTexts())
+            add(u"profile"_s, text);
+        for (const CatalogEntry &entry : profile.catalog()) {
+            add(u"catalog "_s + entry.key, entry.info.headline);
+            add(u"catalog "_s + entry.key, entry.info.explanation);
+            add(u"catalog "_s + entry.key, entry.info.callToAction.value_or(QString()));
+        }
+        for (int kind = 0; kind < AssertionKind::knownCaseCount; ++kind)
+            add(u"kind"_s, AssertionKind(AssertionKind::Case(kind)).humanDescription());
+        m_view->setSelectedTab(ContentView::Tab::summary);
+    }
+    void linuxTextsNameNoMacThing()
+    {
+        QFETCH(QString, text);
+        const QRegularExpressionMatch match = macWords.match(text);
+        QVERIFY2(!match.hasMatch(), qPrintable(match.captured() + u" in: "_s + text));
+    }
+};
+
+QTEST_MAIN(TestLinuxViews)
+#include "tst_linuxviews.moc"
