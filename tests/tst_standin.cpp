@@ -212,13 +212,13 @@ private Q_SLOTS:
             << m_empty << m_empty << u"--malformed-logind"_s << 1 << QStringList{"malformed reply"} << 0;
         QTest::addRow("session manager refuses")
             << m_empty << m_empty << u"--deny-gnome"_s << 1 << QStringList{"AccessDenied"} << 0;
-        // Five logind locks and one KDE inhibition; the session manager's three are missing.
+        // Seven logind locks and one KDE inhibition; the session manager's are missing.
         QTest::addRow("session manager never answers: listed without it")
             << m_empty << m_empty << u"--silent-gnome"_s << 0
-            << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager: no answer in time"} << 6;
+            << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager: no answer in time"} << 8;
         QTest::addRow("session manager answers each call slowly: cut off at its deadline")
             << m_empty << m_empty << u"--slow-gnome"_s << 0
-            << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager/"} << 6;
+            << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager/"} << 8;
     }
     void failingSources()
     {
