@@ -1,4 +1,5 @@
 #include "AssertionsModelFeeder.h"
+#include "DarkPalette.h"
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "app/ContentView.h"
@@ -46,16 +47,6 @@ void useDesktop(const QString &dataDir, const QByteArray &desktop)
     qputenv("XDG_DATA_DIRS", dataDir.toUtf8());
     qputenv("XDG_CURRENT_DESKTOP", desktop);
     Profile::current().reloadDesktop();
-}
-
-QPalette darkPalette()
-{
-    QPalette p(QColor(0x3a, 0x3a, 0x3c), QColor(0x26, 0x26, 0x28));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(role, QColor(0xf0, 0xf0, 0xf0));
-    p.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
-    return p;
 }
 
 /// The titles of the rows in the block `block`, top to bottom.

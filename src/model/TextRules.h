@@ -44,4 +44,8 @@ template <typename Predicate> [[nodiscard]] QStringView trimmedBy(QStringView s,
 /// trimmed, and anything past `maxLength` characters replaced by "…".
 [[nodiscard]] QString singleLine(QStringView s, qsizetype maxLength);
 
+/// The text with every control character (C0, DEL, C1) written as a visible escape such as
+/// "\x1b", except those in `kept`: what a terminal or a one-line field can show safely.
+[[nodiscard]] QString escapedControls(QStringView s, QStringView kept = {});
+
 } // namespace lullwick::text

@@ -1,3 +1,4 @@
+#include "model/AssertionKind.h"
 #include "platform/Profile.h"
 
 using namespace Qt::StringLiterals;
@@ -152,34 +153,31 @@ void Profile::makeLinux(Profile &p)
     p.m_reportDescription =
         u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;
 
+    // The Mac's descriptions, but for those that name the Mac or its services.
+    using K = AssertionKind;
+    p.m_kindDescriptions = of(System::macOS).m_kindDescriptions;
     const QString keepAwake = u"Keeping the computer awake while otherwise idle."_s;
     const QString keepDisplay = u"Keeping the screen on, and the computer awake, while otherwise idle."_s;
     const QString preventAll = u"Refusing every suspend, automatic or asked for, until the lock is let go."_s;
-    // Indexed by AssertionKind::Case; the stand-in writes only the two blocking words of these.
-    p.m_kindDescriptions = {
-        keepAwake,
-        preventAll,
-        keepDisplay,
-        u"Keeping a disk spun up; doesn’t affect system or display sleep."_s,
-        u"User is currently active (recent keyboard or mouse input). Times out after a few minutes."_s,
-        u"System reports it’s active right now; can revert sleep in progress."_s,
-        keepAwake,
-        keepDisplay,
-        preventAll,
-        u"Running a background task. Holds idle sleep only while plugged in."_s,
-        u"Push notification service activity. Holds idle sleep only while plugged in."_s,
-        u"Delivering an interactive push notification. Brief; AC-only."_s,
-        u"A system software update is running. Holds idle sleep only while plugged in."_s,
-        u"System woke briefly to do maintenance. AC-only."_s,
-        u"A network client connection is active (file sharing, screen sharing, SMB, etc.)."_s,
-        u"External storage is mounted. Informational — does not prevent sleep on its own."_s,
-        u"Display is awake to show a notification."_s,
-        u"Audio is playing through the display (HDMI/DisplayPort). Screensaver may run; the panel stays "
-        u"powered."_s,
-        u"Held awake even on reserve battery."_s,
-        u"Short-lived power-manager proxy while transitioning sleep state."_s,
-        u"Short-lived power-manager proxy while transitioning display sleep state."_s,
-    };
+    for (const auto &[kind, text] : std::initializer_list<std::pair<K::Case, QString>>{
+             {K::preventUserIdleSystemSleep, keepAwake},
+             {K::noIdleSleepLegacy, keepAwake},
+             {K::preventUserIdleDisplaySleep, keepDisplay},
+             {K::noDisplaySleepLegacy, keepDisplay},
+             {K::preventSystemSleep, preventAll},
+             {K::denySystemSleepLegacy, preventAll},
+             {K::applePushServiceTask,
+              u"Push notification service activity. Holds idle sleep only while plugged in."_s},
+             {K::softwareUpdateTask,
+              u"A system software update is running. Holds idle sleep only while plugged in."_s},
+             {K::maintenanceWake, u"System woke briefly to do maintenance. AC-only."_s},
+             {K::externalMedia,
+              u"External storage is mounted. Informational — does not prevent sleep on its own."_s},
+             {K::internalPreventSleep, u"Short-lived power-manager proxy while transitioning sleep state."_s},
+             {K::internalPreventDisplaySleep,
+              u"Short-lived power-manager proxy while transitioning display sleep state."_s},
+         })
+        p.m_kindDescriptions[kind] = text;
     // The words the stand-in writes for the inhibitors that block no kind of sleep.
     p.m_otherWordDescriptions = {
         {u"DelaySleep"_s,

@@ -31,9 +31,13 @@ Profile::Profile(System system) : m_system(system)
 
 const Profile &Profile::of(System system)
 {
-    static const Profile mac(System::macOS);
+    // Separate statics: the Linux profile starts from some of the Mac profile's texts.
+    if (system == System::macOS) {
+        static const Profile mac(System::macOS);
+        return mac;
+    }
     static const Profile linuxDesktop(System::Linux);
-    return system == System::macOS ? mac : linuxDesktop;
+    return linuxDesktop;
 }
 
 Profile::System Profile::built()

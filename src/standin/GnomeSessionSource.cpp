@@ -28,10 +28,10 @@ GnomeSessionSource::GnomeSessionSource(QDBusConnection sessionBus, ProcessNames 
     : m_bus(std::move(sessionBus)), m_names(std::move(names))
 {}
 
-SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records() const
+SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records(QDeadlineTimer deadline) const
 {
     using Result = SourceResult<QList<Inhibitor>>;
-    const BusCall bus(m_bus, service);
+    const BusCall bus(m_bus, service, deadline);
     const SourceResult<QVariantList> list = bus.call(QStringLiteral("/org/gnome/SessionManager"), service,
                                                      QStringLiteral("GetInhibitors"), u"ao");
     if (list.state != list.read)
@@ -47,8 +47,8 @@ SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records()
         for (const auto &[method, signature] : getters) {
             const SourceResult<QVariantList> reply =
                 bus.call(path, inhibitorInterface, method.toString(), signature);
-            if (reply.state == reply.failed)
-                return Result::failure(reply.message);
+            if (reply.endsSource())
+                return {Result::State(reply.state), reply.message, {}};
             gone = reply.state == reply.missing;
             if (gone)
                 break;
@@ -64,8 +64,8 @@ SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records()
             const SourceResult<QVariantList> pid =
                 bus.call(client, QStringLiteral("org.gnome.SessionManager.Client"),
                          QStringLiteral("GetUnixProcessId"), u"u");
-            if (pid.state == pid.failed)
-                return Result::failure(pid.message);
+            if (pid.endsSource())
+                return {Result::State(pid.state), pid.message, {}};
             if (pid.state == pid.read)
                 inhibitor.clientPid = pid.value.constFirst().toUInt();
         }
@@ -74,13 +74,13 @@ SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records()
     return Result::of(std::move(inhibitors));
 }
 
-SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors() const
+SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer deadline) const
 {
     using Result = SourceResult<QList<InhibitorLine>>;
-    const SourceResult<QList<Inhibitor>> listed = records();
+    const SourceResult<QList<Inhibitor>> listed = records(deadline);
     if (listed.state != listed.read)
         return {Result::State(listed.state), listed.message, {}};
-    const SourceResult<qint64> holder = BusCall(m_bus, service).ownerPid();
+    const SourceResult<qint64> holder = BusCall(m_bus, service, deadline).ownerPid();
     if (holder.state != holder.read)
         return {Result::State(holder.state), holder.message, {}};
     const QString holderName = m_names.name(holder.value).value_or(service);

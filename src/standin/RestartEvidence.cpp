@@ -19,14 +19,15 @@ void say(QTextStream &err, const QString &message)
 } // namespace
 
 void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
-                            const std::optional<QDBusConnection> &sessionBus, QTextStream &out,
+                            const std::optional<QDBusConnection> &sessionBus,
+                            const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out,
                             QTextStream &err)
 {
     const ProcessNames names;
     const auto nameOf = [&names](qint64 pid) { return names.name(pid).value_or(QString()); };
     if (systemBus) {
         const LogindSource logind(*systemBus);
-        const SourceResult<QList<LogindLock>> locks = logind.locks();
+        const SourceResult<QList<LogindLock>> locks = logind.locks(sourceDeadline());
         if (locks.state != locks.read)
             say(err, locks.message);
         for (const LogindLock &lock : locks.value) {
@@ -39,7 +40,7 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
             out << InhibitorEvidence::line({QStringLiteral("shutdown-lock"), lock.mode, lock.who, lock.why,
                                             QString::number(pid), nameOf(pid)});
         }
-        const SourceResult<QList<Setting>> settings = logind.settings();
+        const SourceResult<QList<Setting>> settings = logind.settings(sourceDeadline());
         if (settings.state != settings.read)
             say(err, settings.message);
         for (const Setting &setting : settings.value) {
@@ -49,7 +50,7 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
     }
     if (sessionBus) {
         const SourceResult<QList<GnomeSessionSource::Inhibitor>> inhibitors =
-            GnomeSessionSource(*sessionBus).records();
+            GnomeSessionSource(*sessionBus).records(sourceDeadline());
         if (inhibitors.state != inhibitors.read)
             say(err, inhibitors.message);
         for (const GnomeSessionSource::Inhibitor &inhibitor : inhibitors.value) {

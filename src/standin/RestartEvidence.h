@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QTextStream>
+#include <functional>
 #include <optional>
 
 namespace lullwick {
@@ -13,9 +15,11 @@ class RestartEvidence {
 public:
     RestartEvidence() = delete;
 
-    /// Writes the lines to `out` and one line on `err` for each source that gave nothing.
+    /// Writes the lines to `out` and one line on `err` for each source that gave nothing; each
+    /// source may take until `sourceDeadline()` says.
     static void write(const std::optional<QDBusConnection> &systemBus,
-                      const std::optional<QDBusConnection> &sessionBus, QTextStream &out, QTextStream &err);
+                      const std::optional<QDBusConnection> &sessionBus,
+                      const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out, QTextStream &err);
 };
 
 } // namespace lullwick
