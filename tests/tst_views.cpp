@@ -503,6 +503,15 @@ private slots:
         QCOMPARE(shown(&view, u"findingTitle"_s), u"3 apps are open and will be asked to quit"_s);
         QCOMPARE(shown(&view, u"decodeButton"_s), QString());
         screenshot(view, u"restart-running-apps-only"_s);
+
+        // A report named with a line feed and a screen-clearing escape is shown on one line, escapes visible.
+        QFile hostile(fake.path() + u"/evil\n\x1b[2J_2026-11-19-1.shutdownStall"_s);
+        QVERIFY(hostile.open(QIODevice::WriteOnly));
+        view.findChild<QAbstractButton *>(u"analyzeButton"_s)->click();
+        QVERIFY(settled());
+        QVERIFY2(shown(&view, u"findingDetail"_s).contains(u"(evil\\x0a\\x1b[2J_2026-11-19-1.shutdownStall)"_s),
+                 qPrintable(shown(&view, u"findingDetail"_s)));
+        screenshot(view, u"restart-stall-name-escaped"_s);
     }
 };
 

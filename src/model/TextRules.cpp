@@ -50,4 +50,18 @@ std::optional<QString> decodeUtf8(QByteArrayView bytes)
     return decoded;
 }
 
+QString escapedControls(QStringView s, QStringView kept)
+{
+    const auto isControl = [](char16_t c) { return c < 0x20 || (c >= 0x7f && c <= 0x9f); };
+    QString escaped;
+    escaped.reserve(s.size());
+    for (const QChar c : s) {
+        if (isControl(c.unicode()) && !kept.contains(c))
+            escaped += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+        else
+            escaped += c;
+    }
+    return escaped;
+}
+
 } // namespace lullwick::text

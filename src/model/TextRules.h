@@ -39,4 +39,8 @@ template <typename Predicate> [[nodiscard]] QStringView trimmedBy(QStringView s,
 /// The bytes decoded as UTF-8, or nothing when they are not valid UTF-8. A byte-order mark is kept.
 [[nodiscard]] std::optional<QString> decodeUtf8(QByteArrayView bytes);
 
+/// The text with every control character (C0, DEL, C1) written as a visible escape such as
+/// "\x1b", except those in `kept`: what a terminal or a one-line field can show safely.
+[[nodiscard]] QString escapedControls(QStringView s, QStringView kept = {});
+
 } // namespace lullwick::text

@@ -28,10 +28,10 @@ GnomeSessionSource::GnomeSessionSource(QDBusConnection sessionBus, ProcessNames 
     : m_bus(std::move(sessionBus)), m_names(std::move(names))
 {}
 
-SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors() const
+SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer deadline) const
 {
     using Result = SourceResult<QList<InhibitorLine>>;
-    const BusCall bus(m_bus, service);
+    const BusCall bus(m_bus, service, deadline);
     const SourceResult<QVariantList> list = bus.call(QStringLiteral("/org/gnome/SessionManager"), service,
                                                      QStringLiteral("GetInhibitors"), u"ao");
     if (list.state != list.read)
@@ -51,8 +51,8 @@ SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors() const
         for (const auto &[method, signature] : getters) {
             const SourceResult<QVariantList> reply =
                 bus.call(path, inhibitorInterface, method.toString(), signature);
-            if (reply.state == reply.failed)
-                return Result::failure(reply.message);
+            if (reply.endsSource())
+                return {Result::State(reply.state), reply.message, {}};
             gone = reply.state == reply.missing;
             if (gone)
                 break;
@@ -75,8 +75,8 @@ SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors() const
             const SourceResult<QVariantList> pid =
                 bus.call(client, QStringLiteral("org.gnome.SessionManager.Client"),
                          QStringLiteral("GetUnixProcessId"), u"u");
-            if (pid.state == pid.failed)
-                return Result::failure(pid.message);
+            if (pid.endsSource())
+                return {Result::State(pid.state), pid.message, {}};
             if (pid.state == pid.read && pid.value.constFirst().toUInt() != 0)
                 line.createdFor = pid.value.constFirst().toUInt();
         }

@@ -5,6 +5,7 @@
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QList>
 
 namespace lullwick {
@@ -16,7 +17,7 @@ public:
 
     /// One line per inhibitor, held by the session manager's process and, when the application
     /// registered as a client, created for the application's process.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors() const;
+    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

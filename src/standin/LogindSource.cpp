@@ -35,11 +35,11 @@ LogindSource::LogindSource(QDBusConnection systemBus, ProcessNames names, Inhibi
     : m_bus(std::move(systemBus)), m_names(std::move(names)), m_references(std::move(references))
 {}
 
-SourceResult<QList<InhibitorLine>> LogindSource::inhibitors()
+SourceResult<QList<InhibitorLine>> LogindSource::inhibitors(QDeadlineTimer deadline)
 {
     using Result = SourceResult<QList<InhibitorLine>>;
     const SourceResult<QVariantList> reply =
-        BusCall(m_bus, service).call(path, manager, QStringLiteral("ListInhibitors"), u"a(ssssuu)");
+        BusCall(m_bus, service, deadline).call(path, manager, QStringLiteral("ListInhibitors"), u"a(ssssuu)");
     if (reply.state != reply.read)
         return {Result::State(reply.state), reply.message, {}};
 
@@ -70,11 +70,11 @@ SourceResult<QList<InhibitorLine>> LogindSource::inhibitors()
     return Result::of(std::move(lines));
 }
 
-SourceResult<QList<Setting>> LogindSource::settings() const
+SourceResult<QList<Setting>> LogindSource::settings(QDeadlineTimer deadline) const
 {
     using Result = SourceResult<QList<Setting>>;
     const SourceResult<QVariantList> reply =
-        BusCall(m_bus, service)
+        BusCall(m_bus, service, deadline)
             .call(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"), u"a{sv}",
                   {manager});
     if (reply.state != reply.read)

@@ -6,6 +6,7 @@
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QList>
 #include <QPair>
 
@@ -21,9 +22,9 @@ public:
                           InhibitorReferences references = InhibitorReferences());
 
     /// One line per lock, in the order logind lists them.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors();
+    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever);
     /// The idle, lid and key settings in force, and what is inhibited right now.
-    [[nodiscard]] SourceResult<QList<Setting>> settings() const;
+    [[nodiscard]] SourceResult<QList<Setting>> settings(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

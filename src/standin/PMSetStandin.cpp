@@ -13,6 +13,17 @@ namespace lullwick {
 
 namespace {
 
+// A desktop service that does not answer would otherwise hold the listing for the bus library's
+// 25 s per call, and the window shows nothing until the listing is complete.
+constexpr int sourceLimitMs = 2000;
+constexpr int listingLimitMs = 5000;
+
+/// Until when one source may take: its own limit, cut short by what is left of the listing's.
+QDeadlineTimer sourceDeadline(const QDeadlineTimer &listing)
+{
+    return qMin(QDeadlineTimer(sourceLimitMs), listing);
+}
+
 /// Says on standard error why a source gave nothing, and remembers whether any source failed.
 class Diagnostics {
 public:
@@ -55,20 +66,21 @@ int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStrea
         return 2;
     }
 
+    const QDeadlineTimer listing(listingLimitMs);
     QString text;
     const auto systemBus = connected(QDBusConnection::systemBus(), u"system", diagnostics);
     if (assertions) {
         QList<InhibitorLine> lines;
         if (systemBus)
-            lines += diagnostics.take(LogindSource(*systemBus).inhibitors());
+            lines += diagnostics.take(LogindSource(*systemBus).inhibitors(sourceDeadline(listing)));
         if (const auto sessionBus = connected(QDBusConnection::sessionBus(), u"session", diagnostics)) {
-            lines += diagnostics.take(GnomeSessionSource(*sessionBus).inhibitors());
-            lines += diagnostics.take(KdePolicyAgentSource(*sessionBus).inhibitors());
+            lines += diagnostics.take(GnomeSessionSource(*sessionBus).inhibitors(sourceDeadline(listing)));
+            lines += diagnostics.take(KdePolicyAgentSource(*sessionBus).inhibitors(sourceDeadline(listing)));
         }
         text = AssertionListing::text(lines);
     } else {
         const QList<Setting> states = diagnostics.take(PowerSettings().sleepStates());
-        text = PowerSettings::text(states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings())
+        text = PowerSettings::text(states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings(sourceDeadline(listing)))
                                                      : QList<Setting>());
     }
     // Half an answer would pass for a whole one: a failed source fails the run.

@@ -11,7 +11,7 @@ class PMSetStandin {
 public:
     PMSetStandin() = delete;
 
-    /// Writes the answer to `out` and returns the exit status: 0 also when a source is not there
+    /// Writes the answer to `out` and returns the exit status: 0 also when a source is not there or does not answer in time
     /// (one line on `err` for each), 1 when a source could not be read, 2 for other arguments.
     [[nodiscard]] static int run(const QStringList &arguments, QTextStream &out, QTextStream &err);
 };
