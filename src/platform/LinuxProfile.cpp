@@ -171,6 +171,7 @@ void Profile::makeLinux(Profile &p)
           {budgie, u"budgie-sharing-panel"_s},
           {kde, u"kcm_krdpserver"_s}}},
     };
+    p.m_pickFromDesktop = true;
     p.m_viewers = {
         {gnome + budgie + cinnamon, u"org.gnome.SystemMonitor"_s},
         {gnome + budgie + cinnamon, u"gnome-system-monitor"_s},

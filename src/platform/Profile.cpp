@@ -144,13 +144,13 @@ Profile::DesktopChoice Profile::desktopChoice() const
     if (m_choice)
         return *m_choice;
     DesktopChoice choice;
-    if (m_fixedViewer) {
+    if (!m_pickFromDesktop) {
         // Fixed targets: shown whether or not they open.
         for (const SettingsLinkSpec &link : m_links)
             choice.links.append(OpenTarget{link.label, link.url, {}, {}, {}});
         choice.viewer = m_fixedViewer;
     } else {
-        // Chosen once: rows ask for the viewer on every redraw.
+        // Chosen once: every row asks for the viewer.
         const QStringList desktops =
             qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
         auto [links, viewer] =

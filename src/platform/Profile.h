@@ -139,6 +139,7 @@ private:
     int m_truncatedNameLength = 0;
     QList<SettingsLinkSpec> m_links;
     QList<DesktopCandidate> m_viewers;
+    bool m_pickFromDesktop = false; ///< links and viewer from installed desktop entries, not fixed ones
     std::optional<OpenTarget> m_fixedViewer;
     QString m_pmset; ///< relative: a helper in the program's own folder
     QString m_ps, m_log, m_spindump, m_diagnosticReports;
