@@ -8,6 +8,7 @@
 #include "platform/ProcessNames.h"
 #include "standin/TypeWords.h"
 
+#include <QLocalServer>
 #include <QtTest>
 #include <unistd.h>
 
@@ -50,6 +51,7 @@ class TestStandin : public QObject {
     QTemporaryDir m_dir;
     QProcess m_buses[3]; // system, session, and one that nobody serves
     QString m_system, m_session, m_empty;
+    QLocalServer m_mute; // takes connections and never says a word
     QProcess m_fake;
     qint64 m_exitedPid = 0;
     AssertionsSnapshot m_snapshot;
@@ -87,6 +89,7 @@ private Q_SLOTS:
         m_system = startBus(m_buses[0], "system");
         m_session = startBus(m_buses[1], "session");
         m_empty = startBus(m_buses[2], "empty");
+        QVERIFY(m_mute.listen(m_dir.filePath("mute")));
         QVERIFY(!m_system.isEmpty() && !m_session.isEmpty() && !m_empty.isEmpty());
         useBuses(m_system, m_session);
         m_exitedPid = startFake(m_fake, {});
@@ -224,6 +227,9 @@ private Q_SLOTS:
         QTest::addRow("session manager never answers: listed without it")
             << m_empty << m_empty << u"--silent-gnome"_s << 0
             << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager: no answer in time"} << 8;
+        QTest::addRow("a bus that never answers: the stand-in gives up")
+            << "unix:path=" + m_mute.fullServerName() << m_empty << QString() << 1
+            << QStringList{"no listing within 8 s"} << 0;
         QTest::addRow("session manager answers each call slowly: cut off at its deadline")
             << m_empty << m_empty << u"--slow-gnome"_s << 0
             << QStringList{"org.gnome.SessionManager at /org/gnome/SessionManager/"} << 8;

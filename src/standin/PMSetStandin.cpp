@@ -14,15 +14,10 @@ namespace lullwick {
 
 namespace {
 
-// A desktop service that does not answer would otherwise hold the listing for the bus library's
-// 25 s per call, and the window shows nothing until the listing is complete.
-constexpr int sourceLimitMs = 2000;
-constexpr int listingLimitMs = 5000;
-
 /// Until when one source may take: its own limit, cut short by what is left of the listing's.
 QDeadlineTimer sourceDeadline(const QDeadlineTimer &listing)
 {
-    return qMin(QDeadlineTimer(sourceLimitMs), listing);
+    return qMin(QDeadlineTimer(PMSetStandin::sourceLimitMs), listing);
 }
 
 /// Says on standard error why a source gave nothing, and remembers whether any source failed.
