@@ -17,7 +17,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QtTest>
-
 #include <csignal>
 
 using namespace lullwick;

@@ -4,7 +4,6 @@
 #include "pmset/PMSetService.h"
 
 #include <QtTest>
-
 #include <thread>
 
 using namespace lullwick;

@@ -8,7 +8,6 @@
 #include "summary/SummaryClipboard.h"
 
 #include <QtTest>
-
 #include <csignal>
 #include <fcntl.h>
 #include <pty.h>
@@ -369,11 +368,14 @@ private Q_SLOTS:
         QTest::addRow("text on a terminal: visible escapes")
             << Output::terminal << QStringList{} << QByteArray("bad\\x1b[2Jname\\x9b1m")
             << QByteArray("\x1b");
-        QTest::addRow("text into a pipe: byte for byte")
-            << Output::pipe << QStringList{} << QByteArray("bad\x1b[2Jname\xc2\x9b" "1m")
-            << QByteArray("\\x1b");
+        QTest::addRow("text into a pipe: byte for byte") << Output::pipe << QStringList{}
+                                                         << QByteArray("bad\x1b[2Jname\xc2\x9b"
+                                                                       "1m")
+                                                         << QByteArray("\\x1b");
         QTest::addRow("JSON on a terminal: escaped by JSON alone")
-            << Output::terminal << QStringList{"--json"} << QByteArray("bad\\u001b[2Jname\xc2\x9b" "1m")
+            << Output::terminal << QStringList{"--json"}
+            << QByteArray("bad\\u001b[2Jname\xc2\x9b"
+                          "1m")
             << QByteArray("\\x1b");
     }
     void controlCharactersShowOnlyOnATerminal()
@@ -383,7 +385,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, shown);
         QFETCH(QByteArray, absent);
         const Run run = Rig("Listed by owning process:\n   pid 7(evil): [0x1] 00:00:02 "
-                            "PreventUserIdleSystemSleep named: \"bad\x1b[2Jname\xc2\x9b" "1m\"\n")
+                            "PreventUserIdleSystemSleep named: \"bad\x1b[2Jname\xc2\x9b"
+                            "1m\"\n")
                             .run(arguments, output);
         QCOMPARE(run.status, 0);
         QVERIFY2(run.out.contains(shown) && !run.out.contains(absent), run.out);
@@ -394,8 +397,8 @@ private Q_SLOTS:
         QTest::addColumn<Output>("output");
         QTest::addColumn<QByteArray>("input");
         QTest::addColumn<QByteArray>("read");
-        QTest::addRow("input from a pipe reaches the tool") << Output::pipe << QByteArray("from the caller\n")
-                                                            << QByteArray("from the caller");
+        QTest::addRow("input from a pipe reaches the tool")
+            << Output::pipe << QByteArray("from the caller\n") << QByteArray("from the caller");
         // Leading a group of its own, the tool would be stopped for good by reading the terminal.
         QTest::addRow("a terminal is not handed on") << Output::terminal << QByteArray() << QByteArray();
     }

@@ -198,10 +198,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addRow("line feed") << u"a\nb_2024-03-07-1.shutdownStall"_s
                                    << u"a\\x0ab_2024-03-07-1.shutdownStall"_s << u"on March 7, 2024"_s;
-        QTest::addRow("escape sequence") << u"\x1b[31mred.shutdownStall"_s << u"\\x1b[31mred.shutdownStall"_s
-                                         << u"recently"_s;
-        QTest::addRow("next line from C1") << u"a\u0085b.shutdownStall"_s << u"a\\x85b.shutdownStall"_s
-                                           << u"recently"_s;
+        QTest::addRow("escape sequence")
+            << u"\x1b[31mred.shutdownStall"_s << u"\\x1b[31mred.shutdownStall"_s << u"recently"_s;
+        QTest::addRow("next line from C1")
+            << u"a\u0085b.shutdownStall"_s << u"a\\x85b.shutdownStall"_s << u"recently"_s;
         QTest::addRow("year holding a carriage return")
             << u"x_2\r024-03-07_y.shutdownStall"_s << u"x_2\\x0d024-03-07_y.shutdownStall"_s
             << u"on March 7, 2\\x0d024"_s;
@@ -225,8 +225,10 @@ private Q_SLOTS:
         const QByteArray decoded = Fixtures::read("spindump-decoded.txt");
         QTest::addRow("decoded report") << decoded << QString() << "backupd [1180]";
         QTest::addRow("no output") << QByteArray() << QString() << QString();
-        QTest::addRow("output without a process line") << QByteArray("Duration: 36s\n") << QString() << QString();
-        QTest::addRow("an extra file beside the output") << decoded << "extra file" << "backupd [1180]";
+        QTest::addRow("output without a process line")
+            << QByteArray("Duration: 36s\n") << QString() << QString();
+        QTest::addRow("an extra file beside the output") << decoded << "extra file"
+                                                         << "backupd [1180]";
         QTest::addRow("a folder where the output should be") << QByteArray() << "folder" << QString();
         QTest::addRow("hangs until the service goes") << decoded << "hang" << QString();
     }
@@ -255,7 +257,8 @@ private Q_SLOTS:
         QVERIFY(QFile::link(target, planted));
         const auto removePlanted = qScopeGuard([&] { QFile::remove(planted); });
 
-        auto service = std::make_unique<RestartBlockerService>(fake.logPath(), fake.spindumpPath(), QString());
+        auto service =
+            std::make_unique<RestartBlockerService>(fake.logPath(), fake.spindumpPath(), QString());
         const QFuture<std::optional<QString>> decoding = service->decodeStallReport(report);
         if (trouble == "hang") {
             QTRY_VERIFY_WITH_TIMEOUT(!fake.spindumpOutputPaths().isEmpty(), 10'000);

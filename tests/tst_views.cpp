@@ -509,8 +509,9 @@ private slots:
         QVERIFY(hostile.open(QIODevice::WriteOnly));
         view.findChild<QAbstractButton *>(u"analyzeButton"_s)->click();
         QVERIFY(settled());
-        QVERIFY2(shown(&view, u"findingDetail"_s).contains(u"(evil\\x0a\\x1b[2J_2026-11-19-1.shutdownStall)"_s),
-                 qPrintable(shown(&view, u"findingDetail"_s)));
+        QVERIFY2(
+            shown(&view, u"findingDetail"_s).contains(u"(evil\\x0a\\x1b[2J_2026-11-19-1.shutdownStall)"_s),
+            qPrintable(shown(&view, u"findingDetail"_s)));
         screenshot(view, u"restart-stall-name-escaped"_s);
     }
 };

@@ -2,13 +2,12 @@
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
-
 #include <array>
-#include <utility>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lullwick {
 

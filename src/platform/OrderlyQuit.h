@@ -7,9 +7,9 @@ class QSocketNotifier;
 
 namespace lullwick {
 
-/// Turns SIGTERM, SIGINT and SIGHUP (unless ignored when the program started) into an orderly quit: the event loop ends with status
-/// 128 + the signal's number, so everything owned below main() is destroyed as on a normal
-/// exit and the services end the tools they are running. One instance at a time.
+/// Turns SIGTERM, SIGINT and SIGHUP (unless ignored when the program started) into an orderly quit: the event
+/// loop ends with status 128 + the signal's number, so everything owned below main() is destroyed as on a
+/// normal exit and the services end the tools they are running. One instance at a time.
 ///
 ///     QCoreApplication app(argc, argv);
 ///     OrderlyQuit quit;

@@ -75,9 +75,8 @@ int main(int argc, char **argv)
         ReportRunner runner(parsed.options);
         const bool escapeOut = !parsed.options.json && ::isatty(STDOUT_FILENO);
         runner.start([escapeOut](const ReportOutcome &outcome) {
-            const int exitStatus =
-                writeReport(escapeOut ? forTerminal(outcome.standardOutput) : outcome.standardOutput,
-                            outcome.exitStatus);
+            const int exitStatus = writeReport(
+                escapeOut ? forTerminal(outcome.standardOutput) : outcome.standardOutput, outcome.exitStatus);
             write(stderr,
                   ::isatty(STDERR_FILENO) ? forTerminal(outcome.standardError) : outcome.standardError);
             // Queued: the reading may end before the event loop has started, when exit() would be lost.

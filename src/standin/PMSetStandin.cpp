@@ -84,8 +84,9 @@ int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStrea
         text = AssertionListing::text(lines);
     } else {
         const QList<Setting> states = diagnostics.take(PowerSettings().sleepStates());
-        text = PowerSettings::text(states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings(sourceDeadline(listing)))
-                                                     : QList<Setting>());
+        text = PowerSettings::text(
+            states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings(sourceDeadline(listing)))
+                              : QList<Setting>());
     }
     // Half an answer would pass for a whole one: a failed source fails the run.
     if (diagnostics.failed())

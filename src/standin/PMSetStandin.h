@@ -22,8 +22,8 @@ public:
     /// own, and a bus that accepts the connection and never answers would hold it for good.
     static constexpr int giveUpMs = listingLimitMs + 3000;
 
-    /// Writes the answer to `out` and returns the exit status: 0 also when a source is not there or does not answer in time
-    /// (one line on `err` for each), 1 when a source could not be read, 2 for other arguments.
+    /// Writes the answer to `out` and returns the exit status: 0 also when a source is not there or does not
+    /// answer in time (one line on `err` for each), 1 when a source could not be read, 2 for other arguments.
     [[nodiscard]] static int run(const QStringList &arguments, QTextStream &out, QTextStream &err);
 };
 

@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QThread>
-
 #include <csignal>
 
 using namespace Qt::StringLiterals;
@@ -74,8 +73,8 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
 QString FakeToolDir::placeProgram(const QString &built) const
 {
     const QString copy = m_dir.filePath(QFileInfo(built).fileName());
-    const bool placed =
-        QFile::copy(built, copy) && QFile::link(pmsetPath(), m_dir.filePath(QStringLiteral("lullwick-pmset")));
+    const bool placed = QFile::copy(built, copy) &&
+                        QFile::link(pmsetPath(), m_dir.filePath(QStringLiteral("lullwick-pmset")));
     return placed ? copy : QString();
 }
 

@@ -41,7 +41,10 @@ public:
         write(call + ".sleep", QByteArray::number(seconds, 'f', 3));
     }
     /// spindump also leaves a file holding `bytes` beside its output.
-    void setSpindumpExtraFile(const QByteArray &bytes) const { write(QStringLiteral("spindump.extra"), bytes); }
+    void setSpindumpExtraFile(const QByteArray &bytes) const
+    {
+        write(QStringLiteral("spindump.extra"), bytes);
+    }
     /// spindump makes a folder, holding a file, where its output file should be.
     void setSpindumpMakesFolder() const { write(QStringLiteral("spindump.folder"), QByteArray()); }
     /// After writing its output, the call kills itself with `signal`.
