@@ -17,6 +17,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QtTest>
+#include <csignal>
 
 using namespace lullwick;
 
@@ -176,6 +177,27 @@ private Q_SLOTS:
         const QList<FakeToolDir::Call> calls = fake.pmsetCalls();
         QCOMPARE(calls.size(), 1); // the queued settings read never started
         QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(calls[0].pid), 1000);
+    }
+
+    void signalEndsTheProgramAndItsTool_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addRow("terminated: closes as the window would") << SIGTERM;
+        QTest::addRow("killed outright: the tool dies with it") << SIGKILL;
+    }
+    void signalEndsTheProgramAndItsTool()
+    {
+        QFETCH(int, signal);
+        FakeToolDir fake;
+        const QString program = fake.placeProgram(QStringLiteral(LULLWICK_PROGRAM));
+        QVERIFY(!program.isEmpty());
+        QProcess lullwick; // offscreen, as this test is
+        const qint64 tool = fake.signalDuringHeldCall(lullwick, program, {signal});
+        QVERIFY(tool > 0);
+        QCOMPARE(lullwick.exitStatus(), signal == SIGKILL ? QProcess::CrashExit : QProcess::NormalExit);
+        if (signal != SIGKILL)
+            QCOMPARE(lullwick.exitCode(), 128 + signal);
+        QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(tool), 10'000);
     }
 };
 

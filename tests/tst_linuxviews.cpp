@@ -1,4 +1,5 @@
 #include "AssertionsModelFeeder.h"
+#include "DarkPalette.h"
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "app/ContentView.h"
@@ -27,16 +28,26 @@ namespace {
 const QRegularExpression
     macWords(uR"(\bMac\b|macOS|Apple|Activity Monitor|System Settings|Finder|Spotlight)"_s);
 
-/// A desktop entry whose program is a do-nothing script beside it.
+/// A desktop entry whose program is a script beside it that notes in "launched.log" how it was
+/// started.
 void writeEntry(const QString &folder, const QString &id, const QString &name)
 {
     const QString program = folder + u"/bin-"_s + id;
-    Fixtures::writeFile(program, "#!/bin/sh\n");
+    Fixtures::writeFile(program, "#!/bin/sh\necho \"${0##*/} $*\" >>\"${0%/*}/launched.log\"\n");
     QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
-    Fixtures::writeFile(folder + u'/' + id + u".desktop"_s,
-                        (u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2 %U\nNoDisplay=true\n"_s)
-                            .arg(name, program)
-                            .toUtf8());
+    Fixtures::writeFile(
+        folder + u'/' + id + u".desktop"_s,
+        (u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2 --from-entry %U\nNoDisplay=true\n"_s)
+            .arg(name, program)
+            .toUtf8());
+}
+
+/// The lines the entries' programs noted when started.
+QStringList launched(const QString &folder)
+{
+    QFile log(folder + u"/launched.log"_s);
+    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts)
+                                         : QStringList();
 }
 
 /// Points the XDG applications folders at `dataDir` and names the running desktop.
@@ -46,16 +57,6 @@ void useDesktop(const QString &dataDir, const QByteArray &desktop)
     qputenv("XDG_DATA_DIRS", dataDir.toUtf8());
     qputenv("XDG_CURRENT_DESKTOP", desktop);
     Profile::current().reloadDesktop();
-}
-
-QPalette darkPalette()
-{
-    QPalette p(QColor(0x3a, 0x3a, 0x3c), QColor(0x26, 0x26, 0x28));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(role, QColor(0xf0, 0xf0, 0xf0));
-    p.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
-    return p;
 }
 
 /// The titles of the rows in the block `block`, top to bottom.
@@ -184,8 +185,22 @@ private Q_SLOTS:
                                      u"Sharing (file sharing, screen sharing, remote login)"_s}));
         QCOMPARE(m_view->findChild<QAbstractButton *>(u"activityMonitorButton"_s)->text(),
                  u"Open System Monitor"_s);
-        for (const QAbstractButton *b : m_view->findChildren<QAbstractButton *>(u"rowActivityMonitor"_s))
+        const QList<QAbstractButton *> rowButtons =
+            m_view->findChildren<QAbstractButton *>(u"rowActivityMonitor"_s);
+        for (const QAbstractButton *b : rowButtons)
             QCOMPARE(b->text(), u"Open System Monitor"_s);
+
+        // Started from the entries, with their own arguments and no field codes.
+        const QString applications = m_desktop.path() + u"/applications"_s;
+        m_view->findChildren<QAbstractButton *>(u"settingsLink"_s).constFirst()->click();
+        QTRY_COMPARE(launched(applications), QStringList{u"bin-gnome-power-panel --from-entry"_s});
+        AssertionRow *inhibit =
+            m_view->findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChild<AssertionRow *>();
+        QCOMPARE(inhibit->assertion().processName, u"systemd-inhibit"_s);
+        inhibit->findChild<QAbstractButton *>(u"rowActivityMonitor"_s)->click();
+        QCOMPARE(QApplication::clipboard()->text(), u"5121"_s); // the command's PID, for the viewer's search
+        QTRY_COMPARE(launched(applications).size(), 2);
+        QCOMPARE(launched(applications).constLast(), u"bin-gnome-system-monitor --from-entry"_s);
     }
 
     // Without a process viewer the page has no button to open one, and rows copy the PID.

@@ -40,6 +40,25 @@ private Q_SLOTS:
         QCOMPARE(text::trimmed(u"\nx\r"), u"\nx\r");
     }
 
+    void controlCharactersEscaped_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("kept");
+        QTest::addColumn<QString>("escaped");
+        QTest::addRow("C0 and DEL escaped; tab and line feed kept when asked")
+            << u"\x1b[2Ja\tb\nc\x01\x1f d\x7f~"_s << u"\t\n"_s << u"\\x1b[2Ja\tb\nc\\x01\\x1f d\\x7f~"_s;
+        QTest::addRow("tab and line feed escaped too when not kept")
+            << u"a\tb\n"_s << QString() << u"a\\x09b\\x0a"_s;
+        QTest::addRow("C1 escaped; the letters beside it kept")
+            << u"\u0080\u0085\u009b\u009f\u00a0é東"_s << QString() << u"\\x80\\x85\\x9b\\x9f\u00a0é東"_s;
+    }
+    void controlCharactersEscaped()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, kept);
+        QTEST(text::escapedControls(text, kept), "escaped");
+    }
+
     // Every pmset word: the kind it reads as, the kinds of sleep it holds off, and the name
     // scripts see in the JSON report.
     void everyTypeWord_data()

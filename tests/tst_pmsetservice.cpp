@@ -4,6 +4,7 @@
 #include "pmset/PMSetService.h"
 
 #include <QtTest>
+#include <thread>
 
 using namespace lullwick;
 
@@ -145,6 +146,36 @@ private Q_SLOTS:
         const ChildProcessResult result = ChildProcess::run(QStringLiteral("/bin/sh"), script + arguments);
         QVERIFY2(result.started, qPrintable(result.launchError));
         QCOMPARE(result.standardOutput, (arguments.join(QChar(0)) + QChar(0)).toUtf8());
+    }
+
+    // The signal that makes a child die with us follows the thread that started it, not the
+    // process. A service's worker may be a thread that ends soon after its call, or a fresh pool
+    // thread after the last one expired: the child must still run to its end there.
+    void childOutlivesNothingButItsCall_data()
+    {
+        QTest::addColumn<bool>("pooled");
+        QTest::addRow("on a thread that ends when the call returns") << false;
+        QTest::addRow("on a pool thread that replaced an expired one") << true;
+    }
+    void childOutlivesNothingButItsCall()
+    {
+        QFETCH(bool, pooled);
+        const auto call = [] {
+            return ChildProcess::run(QStringLiteral("/bin/sh"), {"-c", "sleep 0.3; echo done"});
+        };
+        ChildProcessResult result;
+        if (pooled) {
+            QThreadPool pool;
+            pool.setMaxThreadCount(1);
+            pool.setExpiryTimeout(0); // each thread ends as soon as it has nothing to do
+            QtConcurrent::run(&pool, call).waitForFinished();
+            result = QtConcurrent::run(&pool, call).result();
+        } else {
+            std::thread([&] { result = call(); }).join();
+        }
+        QVERIFY2(result.started, qPrintable(result.launchError));
+        QCOMPARE(result.exitStatus, 0);
+        QCOMPARE(result.standardOutput, "done\n");
     }
 
     // "sh" is on PATH, so only a refusal keeps the marker from being written.

@@ -113,6 +113,17 @@ private Q_SLOTS:
         QCOMPARE(Profile::of(System::macOS).catalog().size(), 34);
     }
 
+    // Linux texts are written with typographic apostrophes and quotation marks.
+    void linuxTextsAreTypographic()
+    {
+        const Profile &onLinux = Profile::of(System::Linux);
+        QStringList texts = onLinux.allTexts();
+        for (const CatalogEntry &e : onLinux.catalog())
+            texts << e.info.headline << e.info.explanation << e.info.callToAction.value_or(QString());
+        for (const QString &text : std::as_const(texts))
+            QVERIFY2(!text.contains(u'\'') && !text.contains(u'"'), qPrintable(text));
+    }
+
     // A lock held for someone else is titled and explained by that one, once ps names it.
     void proxyRowsExplainWhomTheyHoldFor_data()
     {

@@ -8,6 +8,12 @@
 #include "summary/SummaryClipboard.h"
 
 #include <QtTest>
+#include <csignal>
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
 
 using namespace lullwick;
 
@@ -22,6 +28,39 @@ QByteArray everyField()
     return Fixtures::readText("assertions-every-field.txt").replace("1069", ownPid).toUtf8();
 }
 
+/// A pseudo-terminal that passes bytes through unchanged (no CR before LF).
+struct Terminal {
+    int master = -1;
+    int slave = -1;
+
+    Terminal()
+    {
+        termios raw = {};
+        cfmakeraw(&raw);
+        if (::openpty(&master, &slave, nullptr, &raw, nullptr) != 0)
+            qFatal("no pseudo-terminal");
+        ::fcntl(master, F_SETFD, FD_CLOEXEC);
+        ::fcntl(master, F_SETFL, O_NONBLOCK);
+    }
+    ~Terminal()
+    {
+        ::close(master);
+        ::close(slave);
+    }
+    Q_DISABLE_COPY_MOVE(Terminal)
+
+    /// Appends what the program has written so far.
+    void drainInto(QByteArray &bytes) const
+    {
+        char buffer[4096];
+        for (ssize_t n; (n = ::read(master, buffer, sizeof buffer)) > 0;)
+            bytes.append(buffer, n);
+    }
+};
+
+/// Where the report's standard output goes.
+enum class Output { pipe, terminal, fullDisk, closed };
+
 struct Run {
     int status = -1;
     QByteArray out, err;
@@ -32,33 +71,67 @@ struct Run {
 /// its pmset next to itself, and the fake reads its behaviour files next to the link.
 struct Rig {
     FakeToolDir fake;
+    QString report;
 
     explicit Rig(const QByteArray &listing)
     {
         fake.setOutput("assertions", listing);
         fake.setOutputFromFixture("settings", "settings-typical.txt");
-        if (!fake.isValid() || !QFile::copy(LULLWICK_REPORT, fake.path() + "/lullwick-report") ||
-            !QFile::link(fake.pmsetPath(), fake.path() + "/lullwick-pmset"))
+        fake.setOutput("restart-evidence", "shutdown-lock\tblock\tNightly copy\tCopying files\t4321\tcopyjobd\n");
+        report = fake.placeProgram(LULLWICK_REPORT);
+        if (!fake.isValid() || report.isEmpty())
             qFatal("cannot set up the report beside the fake pmset");
     }
 
-    [[nodiscard]] Run run(const QStringList &arguments) const
+    /// Runs the report with `input` on its standard input (a pipe), or, for a terminal, with the
+    /// terminal as its standard input and output, as in a terminal window.
+    [[nodiscard]] Run run(const QStringList &arguments, Output output = Output::pipe,
+                          const QByteArray &input = {}) const
     {
         // No display of any kind: the report must not need one.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(name);
-        QProcess report;
-        report.setProcessEnvironment(environment);
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        std::optional<Terminal> terminal;
+        switch (output) {
+        case Output::pipe:
+            break;
+        case Output::terminal:
+            terminal.emplace();
+            process.setChildProcessModifier([fd = terminal->slave] {
+                ::setsid();
+                ::ioctl(fd, TIOCSCTTY, 0);
+                ::dup2(fd, STDIN_FILENO);
+                ::dup2(fd, STDOUT_FILENO);
+            });
+            break;
+        case Output::fullDisk:
+            process.setStandardOutputFile("/dev/full");
+            break;
+        case Output::closed:
+            process.setChildProcessModifier([] { ::close(STDOUT_FILENO); });
+            break;
+        }
         Run run;
         const QDateTime start = QDateTime::currentDateTimeUtc();
         run.from = start.addMSecs(-start.time().msec());
-        report.start(fake.path() + "/lullwick-report", arguments);
-        if (report.waitForFinished(waitMs) && report.exitStatus() == QProcess::NormalExit)
-            run.status = report.exitCode();
+        process.start(report, arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        QByteArray shown;
+        for (const QDeadlineTimer guard(waitMs); !guard.hasExpired() && !process.waitForFinished(10);) {
+            if (terminal)
+                terminal->drainInto(shown);
+        }
+        if (process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit)
+            run.status = process.exitCode();
         run.to = QDateTime::currentDateTimeUtc();
-        run.out = report.readAllStandardOutput();
-        run.err = report.readAllStandardError();
+        if (terminal)
+            terminal->drainInto(shown);
+        run.out = terminal ? shown : process.readAllStandardOutput();
+        run.err = process.readAllStandardError();
         return run;
     }
 };
@@ -166,11 +239,11 @@ private Q_SLOTS:
             << QByteArray(R"j("Currently blocking: idle system sleep, all system sleep, display sleep.")j");
         QTest::addRow("restart verdict")
             << "restart/verdict" << QByteArray(R"j("Found a likely cause that’s holding up a restart.")j");
-        QTest::addRow("update finding first")
-            << "restart/findings/0" << QByteArray(R"j({"severity": "likely", "source": "Software update",
-                "title": "A system update is installing right now",
-                "detail": "A software updater is holding a lock (softwareupdated). Your computer won’t restart cleanly while an update is mid-install — it wants to finish writing the update first, which can look like a stuck or refused restart.",
-                "action": "Let the update finish in your software updater (GNOME Software, Discover, or the terminal running apt), then restart again."})j");
+        QTest::addRow("shutdown lock finding first")
+            << "restart/findings/0" << QByteArray(R"j({"severity": "likely", "source": "Shutdown locks",
+                "title": "Nightly copy is blocking restart and shutdown: Copying files",
+                "detail": "A program can ask systemd-logind to hold off shutdown until it’s done. While it holds such a lock, choosing Restart in the desktop does nothing — or asks whether to restart anyway — and only a forced restart gets past it. Holding a lock right now:\n\nNightly copy — Copying files (block, copyjobd, PID 4321)",
+                "action": "Let it finish, then restart again. If it’s stuck, quit copyjobd from your system monitor, or with “kill 4321” in a terminal."})j");
     }
     void jsonCarriesTheReading()
     {
@@ -265,7 +338,114 @@ private Q_SLOTS:
         else if (status != 2)
             QCOMPARE(run.err, QByteArray());
     }
+
+    void failedWriteHasItsOwnStatus_data()
+    {
+        QTest::addColumn<Output>("output");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addRow("report onto a full disk") << Output::fullDisk << QStringList{};
+        QTest::addRow("report with standard output closed") << Output::closed << QStringList{"--json"};
+        QTest::addRow("help onto a full disk") << Output::fullDisk << QStringList{"--help"};
+    }
+    void failedWriteHasItsOwnStatus()
+    {
+        QFETCH(Output, output);
+        QFETCH(QStringList, arguments);
+        const Run run = Rig(everyField()).run(arguments, output);
+        QCOMPARE(run.status, 4);
+        const QList<QByteArray> lines = run.err.split('\n');
+        QCOMPARE(lines.size(), 2); // one line, ended
+        QVERIFY2(lines[0].startsWith("lullwick-report: could not write the report: "), run.err);
+    }
+
+    void controlCharactersShowOnlyOnATerminal_data()
+    {
+        QTest::addColumn<Output>("output");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("shown");
+        QTest::addColumn<QByteArray>("absent");
+        // An escape sequence that clears the screen, and the one-character CSI from C1.
+        QTest::addRow("text on a terminal: visible escapes")
+            << Output::terminal << QStringList{} << QByteArray("bad\\x1b[2Jname\\x9b1m")
+            << QByteArray("\x1b");
+        QTest::addRow("text into a pipe: byte for byte") << Output::pipe << QStringList{}
+                                                         << QByteArray("bad\x1b[2Jname\xc2\x9b"
+                                                                       "1m")
+                                                         << QByteArray("\\x1b");
+        QTest::addRow("JSON on a terminal: escaped by JSON alone")
+            << Output::terminal << QStringList{"--json"}
+            << QByteArray("bad\\u001b[2Jname\xc2\x9b"
+                          "1m")
+            << QByteArray("\\x1b");
+    }
+    void controlCharactersShowOnlyOnATerminal()
+    {
+        QFETCH(Output, output);
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, shown);
+        QFETCH(QByteArray, absent);
+        const Run run = Rig("Listed by owning process:\n   pid 7(evil): [0x1] 00:00:02 "
+                            "PreventUserIdleSystemSleep named: \"bad\x1b[2Jname\xc2\x9b"
+                            "1m\"\n")
+                            .run(arguments, output);
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.out.contains(shown) && !run.out.contains(absent), run.out);
+    }
+
+    void toolsReadOurInputButNoTerminal_data()
+    {
+        QTest::addColumn<Output>("output");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QByteArray>("read");
+        QTest::addRow("input from a pipe reaches the tool")
+            << Output::pipe << QByteArray("from the caller\n") << QByteArray("from the caller");
+        // Leading a group of its own, the tool would be stopped for good by reading the terminal.
+        QTest::addRow("a terminal is not handed on") << Output::terminal << QByteArray() << QByteArray();
+    }
+    void toolsReadOurInputButNoTerminal()
+    {
+        QFETCH(Output, output);
+        QFETCH(QByteArray, input);
+        const Rig rig(everyField());
+        rig.fake.readInput("assertions");
+        const Run run = rig.run({}, output, input);
+        QCOMPARE(run.status, 0);
+        QTEST(rig.fake.lineRead("assertions"), "read");
+    }
+
+    void signalEndsTheReportAndItsTool_data()
+    {
+        QTest::addColumn<QList<int>>("sent");
+        QTest::addColumn<bool>("nohup"); // the hang-up signal is ignored when the report starts
+        QTest::addColumn<int>("status"); // negative: killed by that signal
+        QTest::addRow("terminated") << QList<int>{SIGTERM} << false << 128 + SIGTERM;
+        QTest::addRow("interrupted from the keyboard") << QList<int>{SIGINT} << false << 128 + SIGINT;
+        QTest::addRow("hung up") << QList<int>{SIGHUP} << false << 128 + SIGHUP;
+        // Both arrive together and the lower number comes first: a handled hang-up would decide.
+        QTest::addRow("hang-up ignored under nohup stays ignored")
+            << QList<int>{SIGHUP, SIGTERM} << true << 128 + SIGTERM;
+        QTest::addRow("killed outright") << QList<int>{SIGKILL} << false << -SIGKILL;
+    }
+    void signalEndsTheReportAndItsTool()
+    {
+        QFETCH(QList<int>, sent);
+        QFETCH(bool, nohup);
+        QFETCH(int, status);
+        const Rig rig(everyField());
+        QProcess report;
+        if (nohup)
+            report.setChildProcessModifier([] { ::signal(SIGHUP, SIG_IGN); });
+        const qint64 tool = rig.fake.signalDuringHeldCall(report, rig.report, sent);
+        QVERIFY(tool > 0);
+        QCOMPARE(report.exitStatus(), status < 0 ? QProcess::CrashExit : QProcess::NormalExit);
+        QCOMPARE(report.exitCode(), qAbs(status));
+        QCOMPARE(report.readAllStandardOutput(), QByteArray());
+        // Gone long before the held tool would give up by itself.
+        QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(tool), 10'000);
+    }
 };
+
+Q_DECLARE_METATYPE(Output)
 
 QTEST_GUILESS_MAIN(TestReport)
 #include "tst_report.moc"

@@ -191,22 +191,62 @@ private Q_SLOTS:
         QVERIFY(finding.detail.contains("or more (" + fileName + "). If"));
     }
 
+    void fileNameShowsItsControlCharacters_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("title");
+        QTest::addRow("line feed") << u"a\nb_2024-03-07-1.shutdownStall"_s
+                                   << u"a\\x0ab_2024-03-07-1.shutdownStall"_s << u"on March 7, 2024"_s;
+        QTest::addRow("escape sequence")
+            << u"\x1b[31mred.shutdownStall"_s << u"\\x1b[31mred.shutdownStall"_s << u"recently"_s;
+        QTest::addRow("next line from C1")
+            << u"a\u0085b.shutdownStall"_s << u"a\\x85b.shutdownStall"_s << u"recently"_s;
+        QTest::addRow("year holding a carriage return")
+            << u"x_2\r024-03-07_y.shutdownStall"_s << u"x_2\\x0d024-03-07_y.shutdownStall"_s
+            << u"on March 7, 2\\x0d024"_s;
+    }
+    void fileNameShowsItsControlCharacters()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(QString, shown);
+        QFETCH(QString, title);
+        const RestartFinding finding = StallReports::finding("/reports/" + fileName);
+        QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + title);
+        QVERIFY2(finding.detail.contains("or more (" + shown + "). If"), qPrintable(finding.detail));
+        QVERIFY(!finding.detail.contains(u'\n'));
+    }
+
     void decodeCleansUpAfterItself_data()
     {
         QTest::addColumn<QByteArray>("decoded"); // null: spindump writes nothing
+        QTest::addColumn<QString>("trouble");    // what else spindump does
         QTest::addColumn<QString>("culprit");    // null: none
-        QTest::addRow("decoded report") << Fixtures::read("spindump-decoded.txt") << "backupd [1180]";
-        QTest::addRow("no output") << QByteArray() << QString();
-        QTest::addRow("output without a process line") << QByteArray("Duration: 36s\n") << QString();
+        const QByteArray decoded = Fixtures::read("spindump-decoded.txt");
+        QTest::addRow("decoded report") << decoded << QString() << "backupd [1180]";
+        QTest::addRow("no output") << QByteArray() << QString() << QString();
+        QTest::addRow("output without a process line")
+            << QByteArray("Duration: 36s\n") << QString() << QString();
+        QTest::addRow("an extra file beside the output") << decoded << "extra file"
+                                                         << "backupd [1180]";
+        QTest::addRow("a folder where the output should be") << QByteArray() << "folder" << QString();
+        QTest::addRow("hangs until the service goes") << decoded << "hang" << QString();
     }
     void decodeCleansUpAfterItself()
     {
         QFETCH(QByteArray, decoded);
+        QFETCH(QString, trouble);
         QFETCH(QString, culprit);
         FakeToolDir fake;
         QVERIFY(fake.isValid());
         if (!decoded.isNull())
             fake.setOutput("spindump", decoded);
+        if (trouble == "extra file")
+            fake.setSpindumpExtraFile("Binary Images: none\n");
+        else if (trouble == "folder")
+            fake.setSpindumpMakesFolder();
+        else if (trouble == "hang")
+            fake.setSleep("spindump", 60);
         const QString report = "/reports/" + stallReportName;
         // A link planted where a predictable name in the shared folder would be must not be followed.
         QTemporaryDir elsewhere;
@@ -217,9 +257,15 @@ private Q_SLOTS:
         QVERIFY(QFile::link(target, planted));
         const auto removePlanted = qScopeGuard([&] { QFile::remove(planted); });
 
-        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), QString());
-        const std::optional<QString> result = service.decodeStallReport(report).result();
-        QCOMPARE(result, culprit.isNull() ? std::nullopt : std::optional(culprit));
+        auto service =
+            std::make_unique<RestartBlockerService>(fake.logPath(), fake.spindumpPath(), QString());
+        const QFuture<std::optional<QString>> decoding = service->decodeStallReport(report);
+        if (trouble == "hang") {
+            QTRY_VERIFY_WITH_TIMEOUT(!fake.spindumpOutputPaths().isEmpty(), 10'000);
+            service.reset(); // as when the window closes
+            QVERIFY(decoding.isFinished());
+        }
+        QCOMPARE(decoding.result(), culprit.isNull() ? std::nullopt : std::optional(culprit));
 
         QFile kept(target);
         QVERIFY(kept.open(QIODevice::ReadOnly));

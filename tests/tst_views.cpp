@@ -1,4 +1,5 @@
 #include "AssertionsModelFeeder.h"
+#include "DarkPalette.h"
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsView.h"
@@ -90,16 +91,6 @@ void settle()
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
-}
-
-QPalette darkPalette()
-{
-    QPalette p(QColor(0x3a, 0x3a, 0x3c), QColor(0x26, 0x26, 0x28));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        p.setColor(role, QColor(0xf0, 0xf0, 0xf0));
-    p.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    p.setColor(QPalette::Highlight, QColor(0x0a, 0x84, 0xff));
-    return p;
 }
 
 /// A model fed by hand, with both of its views.
@@ -654,6 +645,16 @@ private slots:
         QCOMPARE(shown(&view, u"findingTitle"_s), u"3 apps are open and will be asked to quit"_s);
         QCOMPARE(shown(&view, u"decodeButton"_s), QString());
         screenshot(view, u"restart-running-apps-only"_s);
+
+        // A report named with a line feed and a screen-clearing escape is shown on one line, escapes visible.
+        QFile hostile(fake.path() + u"/evil\n\x1b[2J_2026-11-19-1.shutdownStall"_s);
+        QVERIFY(hostile.open(QIODevice::WriteOnly));
+        view.findChild<QAbstractButton *>(u"analyzeButton"_s)->click();
+        QVERIFY(settled());
+        QVERIFY2(
+            shown(&view, u"findingDetail"_s).contains(u"(evil\\x0a\\x1b[2J_2026-11-19-1.shutdownStall)"_s),
+            qPrintable(shown(&view, u"findingDetail"_s)));
+        screenshot(view, u"restart-stall-name-escaped"_s);
     }
 };
 

@@ -97,6 +97,18 @@ const QList<CatalogEntry> &linuxCatalog()
                  u"`gdm-session-worker` runs GNOME’s login screen, which holds the same locks as a desktop "
                  u"session: its own copies of GNOME Shell and its power daemons."_s,
                  u"Nothing to do; its locks go away when you log in or the screen turns off."_s}),
+            // The login screens of other desktops.
+            E::make(u"lightdm-gtk-greeter"_s, {u"The login screen is running"_s,
+                                               u"`lightdm-gtk-greeter` is the login screen of Xfce and many "
+                                               u"other desktops. It may keep the "
+                                               u"screen on while it is shown."_s,
+                                               u"Nothing to do; it goes away when you log in."_s}),
+            E::make(
+                u"slick-greeter"_s,
+                {u"The login screen is running"_s,
+                 u"`slick-greeter` is the login screen of Cinnamon and MATE on many systems. It may keep the "
+                 u"screen on while it is shown."_s,
+                 u"Nothing to do; it goes away when you log in."_s}),
             // KDE Plasma.
             E::make(
                 u"org_kde_powerdevil"_s,

@@ -7,6 +7,9 @@
 #include <signal.h>
 #include <unistd.h>
 #endif
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
 
 namespace lullwick {
 
@@ -49,10 +52,30 @@ ChildProcessResult ChildProcess::run(const QString &program, const QStringList &
     QProcess process; // no parent: it lives and dies on this worker thread
     process.setProgram(program);
     process.setArguments(arguments);
-    process.setInputChannelMode(QProcess::ForwardedInputChannel);
     process.setProcessChannelMode(QProcess::SeparateChannels);
 #ifdef Q_OS_UNIX
+    // The child leads a group of its own, so a background group: reading a terminal would stop
+    // it with SIGTTIN for good. It gets the null device there, and our own input anywhere else.
+    if (::isatty(STDIN_FILENO))
+        process.setStandardInputFile(QProcess::nullDevice());
+    else
+        process.setInputChannelMode(QProcess::ForwardedInputChannel);
+#ifdef Q_OS_LINUX
+    const pid_t parent = ::getpid();
+    process.setChildProcessModifier([parent] {
+        ::setpgid(0, 0);
+        // Dies with us even when we are killed outright. The signal follows the thread that
+        // forked, not the process; that thread waits below until the child has ended, so it
+        // cannot end first. A parent gone before the call took effect is caught by the check.
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != parent)
+            ::_exit(127);
+    });
+#else
     process.setChildProcessModifier([] { ::setpgid(0, 0); });
+#endif
+#else
+    process.setInputChannelMode(QProcess::ForwardedInputChannel);
 #endif
     process.start(QIODevice::ReadOnly);
     if (!process.waitForStarted(-1)) {

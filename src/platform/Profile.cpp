@@ -31,9 +31,13 @@ Profile::Profile(System system) : m_system(system)
 
 const Profile &Profile::of(System system)
 {
-    static const Profile mac(System::macOS);
+    // Separate statics: the Linux profile starts from some of the Mac profile's texts.
+    if (system == System::macOS) {
+        static const Profile mac(System::macOS);
+        return mac;
+    }
     static const Profile linuxDesktop(System::Linux);
-    return system == System::macOS ? mac : linuxDesktop;
+    return linuxDesktop;
 }
 
 Profile::System Profile::built()
@@ -91,6 +95,18 @@ QStringList Profile::allTexts() const
     texts += QList<QString>(m_restart.verdicts.cbegin(), m_restart.verdicts.cend());
     texts += QList<QString>(m_kindDescriptions.cbegin(), m_kindDescriptions.cend());
     texts += m_otherWordDescriptions.values();
+    const RestartEvidence &e = m_restartEvidence;
+    texts += {e.shutdownLocksSource,   e.unsavedWorkSource,   e.softwareUpdatesSource, e.lastShutdownSource,
+              e.holdersMore,           e.namesAnd,            e.moreLine,              e.andMore,
+              e.processNumber,         e.pidNumber,           e.someProgram,           e.someApp,
+              e.blockingTitle,         e.blockingTitleMany,   e.blockingDetail,        e.blockingAdvice,
+              e.blockingQuit,          e.delayTitle,          e.delayUpTo,             e.delayFewSeconds,
+              e.delayDetail,           e.delayAdvice,         e.unsavedTitle,          e.unsavedTitleMany,
+              e.unsavedDetail,         e.unsavedAdvice,       e.installingTitle,       e.installingDetail,
+              e.installingAdvice,      e.offlineTitle,        e.offlineDetail,         e.offlineAdvice,
+              e.restartRequiredTitle,  e.restartRequiredDetail, e.restartRequiredPackages,
+              e.restartRequiredAdvice, e.lastShutdownTitle,   e.lastShutdownUnitTitle, e.lastShutdownDetail,
+              e.lastShutdownAdvice};
     for (const SettingsLinkSpec &link : m_links)
         texts += link.label;
     if (m_fixedViewer)
@@ -140,13 +156,13 @@ Profile::DesktopChoice Profile::desktopChoice() const
     if (m_choice)
         return *m_choice;
     DesktopChoice choice;
-    if (m_fixedViewer) {
+    if (!m_pickFromDesktop) {
         // Fixed targets: shown whether or not they open.
         for (const SettingsLinkSpec &link : m_links)
             choice.links.append(OpenTarget{link.label, link.url, {}, {}, {}});
         choice.viewer = m_fixedViewer;
     } else {
-        // Chosen once: rows ask for the viewer on every redraw.
+        // Chosen once: every row asks for the viewer.
         const QStringList desktops =
             qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
         auto [links, viewer] =

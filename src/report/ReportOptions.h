@@ -14,7 +14,8 @@ struct ReportOptions {
     /// What the command line asks for beyond the report itself.
     enum class Action : quint8 { run, showHelp, showVersion, usageError };
     /// The process's exit statuses.
-    enum ExitStatus : int { ok = 0, blocked = 1, usage = 2, pmsetFailed = 3 };
+    enum ExitStatus : int { ok = 0, blocked = 1, usage = 2, pmsetFailed = 3, writeFailed = 4 };
+    // A signal that ends the report (SIGTERM, SIGINT, SIGHUP) makes the status 128 + its number.
 
     /// The outcome of reading a command line.
     struct Parsed;

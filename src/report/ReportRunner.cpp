@@ -7,7 +7,6 @@
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryClipboard.h"
 
-#include <QCoroSignal>
 #include <QJsonDocument>
 
 namespace lullwick {
@@ -21,17 +20,28 @@ ReportRunner::ReportRunner(ReportOptions options)
 
 ReportRunner::~ReportRunner() = default;
 
-QCoro::Task<ReportOutcome> ReportRunner::run()
+void ReportRunner::start(std::function<void(const ReportOutcome &)> done)
 {
+    m_done = std::move(done);
+    // Connections, not a task awaiting the models: a task would be left suspended for ever when a
+    // signal ends the program and the models go first.
+    const auto check = [this] { finishWhenDone(); };
+    QObject::connect(m_assertions.get(), &AssertionsModel::isFetchingChanged, m_assertions.get(), check);
+    if (m_restart)
+        QObject::connect(m_restart.get(), &RestartModel::isAnalyzingChanged, m_restart.get(), check);
     // Both start at once: each model has its own pmset service, so neither waits for the other.
     m_assertions->refresh();
     if (m_restart)
         m_restart->analyze();
-    while (m_assertions->isFetching())
-        co_await qCoro(m_assertions.get(), &AssertionsModel::isFetchingChanged);
-    while (m_restart && m_restart->isAnalyzing())
-        co_await qCoro(m_restart.get(), &RestartModel::isAnalyzingChanged);
-    co_return outcome();
+}
+
+void ReportRunner::finishWhenDone()
+{
+    if (!m_done || m_assertions->isFetching() || (!m_assertions->snapshot() && !m_assertions->lastError()))
+        return;
+    if (m_restart && (m_restart->isAnalyzing() || !m_restart->analysis()))
+        return;
+    std::exchange(m_done, nullptr)(outcome());
 }
 
 ReportOutcome ReportRunner::outcome() const

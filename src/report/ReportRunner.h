@@ -3,7 +3,7 @@
 #include "report/ReportOptions.h"
 
 #include <QByteArray>
-#include <QCoroTask>
+#include <functional>
 #include <memory>
 
 namespace lullwick {
@@ -27,16 +27,19 @@ public:
     ~ReportRunner();
     Q_DISABLE_COPY_MOVE(ReportRunner)
 
-    /// Runs the reading in the caller's event loop; the runner must outlive the task.
-    [[nodiscard]] QCoro::Task<ReportOutcome> run();
+    /// Starts the reading in the caller's event loop; `done` is called once when it is complete,
+    /// and never when the runner is destroyed first (its models take their connections along).
+    void start(std::function<void(const ReportOutcome &)> done);
 
 private:
     [[nodiscard]] ReportOutcome outcome() const;
     [[nodiscard]] QByteArray render() const;
+    void finishWhenDone();
 
     ReportOptions m_options;
     std::unique_ptr<AssertionsModel> m_assertions;
     std::unique_ptr<RestartModel> m_restart; // only for the restart report
+    std::function<void(const ReportOutcome &)> m_done;
 };
 
 } // namespace lullwick

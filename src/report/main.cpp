@@ -1,22 +1,56 @@
+#include "model/TextRules.h"
+#include "platform/OrderlyQuit.h"
 #include "report/ReportRunner.h"
 
 #include <QCoreApplication>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace lullwick;
 
 namespace {
 
-void write(FILE *stream, const QByteArray &bytes)
+/// A standard stream that was closed would otherwise be reused by the next file we open, and the
+/// report would land in it. Holding its place with a read-only null device makes writes fail.
+void holdClosedStandardStreams()
 {
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
-    std::fflush(stream);
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(fd, F_GETFD) == -1 && errno == EBADF)
+            ::open("/dev/null", O_RDONLY); // takes the lowest free number: this one
+    }
+}
+
+/// Writes all of `bytes`; false, with errno set, when the stream did not take them.
+bool write(FILE *stream, const QByteArray &bytes)
+{
+    const size_t size = size_t(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+/// What a terminal can show: control characters become visible escapes, tabs and line feeds stay.
+QByteArray forTerminal(const QByteArray &utf8)
+{
+    return text::escapedControls(QString::fromUtf8(utf8), u"\t\n").toUtf8();
+}
+
+/// Writes the report; on failure says so once on standard error and gives the status to exit with.
+int writeReport(const QByteArray &bytes, int status)
+{
+    if (write(stdout, bytes))
+        return status;
+    const QByteArray why = std::strerror(errno);
+    write(stderr, "lullwick-report: could not write the report: " + why + '\n');
+    return ReportOptions::writeFailed;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    holdClosedStandardStreams();
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("lullwick-report"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LULLWICK_VERSION));
@@ -25,8 +59,7 @@ int main(int argc, char **argv)
     switch (parsed.action) {
     case ReportOptions::Action::showHelp:
     case ReportOptions::Action::showVersion:
-        write(stdout, parsed.message.toUtf8());
-        return ReportOptions::ok;
+        return writeReport(parsed.message.toUtf8(), ReportOptions::ok);
     case ReportOptions::Action::usageError:
         write(stderr, parsed.message.toUtf8());
         return ReportOptions::usage;
@@ -34,13 +67,24 @@ int main(int argc, char **argv)
         break;
     }
 
-    ReportRunner runner(parsed.options);
-    QCoro::connect(runner.run(), &app, [](const ReportOutcome &outcome) {
-        write(stdout, outcome.standardOutput);
-        write(stderr, outcome.standardError);
-        // Queued: the task may end before the event loop has started, when exit() would be lost.
-        QMetaObject::invokeMethod(
-            qApp, [status = outcome.exitStatus] { QCoreApplication::exit(status); }, Qt::QueuedConnection);
-    });
-    return QCoreApplication::exec();
+    // A signal ends the event loop; the runner goes first, and its services end the tools still
+    // running, as when the report is done.
+    const OrderlyQuit quitOnSignals;
+    int status = 0;
+    {
+        ReportRunner runner(parsed.options);
+        const bool escapeOut = !parsed.options.json && ::isatty(STDOUT_FILENO);
+        runner.start([escapeOut](const ReportOutcome &outcome) {
+            const int exitStatus = writeReport(
+                escapeOut ? forTerminal(outcome.standardOutput) : outcome.standardOutput, outcome.exitStatus);
+            write(stderr,
+                  ::isatty(STDERR_FILENO) ? forTerminal(outcome.standardError) : outcome.standardError);
+            // Queued: the reading may end before the event loop has started, when exit() would be lost.
+            QMetaObject::invokeMethod(
+                qApp, [exitStatus] { QCoreApplication::exit(exitStatus); }, Qt::QueuedConnection);
+        });
+        status = QCoreApplication::exec();
+    }
+    OrderlyQuit::settle();
+    return status;
 }

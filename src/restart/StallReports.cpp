@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QScopeGuard>
 #include <QTemporaryDir>
 
 namespace lullwick {
@@ -70,11 +69,11 @@ RestartFinding StallReports::finding(const QString &path)
         newRandomUuid(),
         RestartSeverity::possible,
         RestartFinding::stallReportSource(),
-        QStringLiteral("Your Mac stalled during a shutdown ") + when,
+        QStringLiteral("Your Mac stalled during a shutdown ") + text::escapedControls(when),
         QStringLiteral(
             "macOS writes a “shutdown stall” report when a process hangs the shutdown sequence for "
             "roughly half a minute or more (") +
-            fileName +
+            text::escapedControls(fileName) +
             QStringLiteral("). If your restarts are slow or look frozen, this is the forensic record of the "
                            "last time it happened — and it names the process that hung, once decoded."),
         QStringLiteral("Use “Decode latest stall report” below to see which process was responsible (it runs "
@@ -103,18 +102,16 @@ QString StallReports::decodeFileName(const QString &reportPath)
 std::optional<QString> StallReports::decode(const QString &spindumpPath, const QString &reportPath,
                                             const std::atomic<bool> &stop)
 {
+    if (stop.load())
+        return std::nullopt;
     // The shared temporary folder lets anyone plant a file or a link at a predictable name, so the
-    // output goes into a folder of our own, made fresh with owner-only access (mkdtemp).
-    QTemporaryDir privateDir(QDir::tempPath() + QStringLiteral("/lullwick-XXXXXX"));
+    // output goes into a folder of our own, made fresh with owner-only access (mkdtemp). Whatever
+    // the tool leaves in it (other files, a folder where the file should be) goes with it, on every
+    // way out of here, a hung tool ended by the stop flag included.
+    const QTemporaryDir privateDir(QDir::tempPath() + QStringLiteral("/lullwick-XXXXXX"));
     if (!privateDir.isValid())
         return std::nullopt;
-    // Delete only what we made: the output file, then the folder if nothing else is in it.
-    privateDir.setAutoRemove(false);
     const QString outputPath = privateDir.filePath(decodeFileName(reportPath));
-    const auto cleanUp = qScopeGuard([&] {
-        QFile::remove(outputPath);
-        QDir().rmdir(privateDir.path());
-    });
 
     const ChildProcessResult run = ChildProcess::run(
         spindumpPath,

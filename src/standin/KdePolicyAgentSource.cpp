@@ -17,10 +17,10 @@ KdePolicyAgentSource::KdePolicyAgentSource(QDBusConnection sessionBus, ProcessNa
     : m_bus(std::move(sessionBus)), m_names(std::move(names))
 {}
 
-SourceResult<QList<InhibitorLine>> KdePolicyAgentSource::inhibitors() const
+SourceResult<QList<InhibitorLine>> KdePolicyAgentSource::inhibitors(QDeadlineTimer deadline) const
 {
     using Result = SourceResult<QList<InhibitorLine>>;
-    const BusCall bus(m_bus, service);
+    const BusCall bus(m_bus, service, deadline);
     const SourceResult<QVariantList> list =
         bus.call(QStringLiteral("/org/kde/Solid/PowerManagement/PolicyAgent"), service,
                  QStringLiteral("ListInhibitions"), u"a(ss)");

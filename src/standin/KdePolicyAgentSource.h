@@ -1,10 +1,11 @@
 #pragma once
 
 #include "standin/InhibitorLine.h"
-#include "standin/ProcessNames.h"
+#include "platform/ProcessNames.h"
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QList>
 
 namespace lullwick {
@@ -15,7 +16,7 @@ public:
     explicit KdePolicyAgentSource(QDBusConnection sessionBus, ProcessNames names = ProcessNames());
 
     /// One line per inhibition, held by the agent's process and naming the application.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors() const;
+    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

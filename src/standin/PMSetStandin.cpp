@@ -5,6 +5,7 @@
 #include "standin/KdePolicyAgentSource.h"
 #include "standin/LogindSource.h"
 #include "standin/PowerSettings.h"
+#include "standin/RestartEvidence.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -12,6 +13,12 @@
 namespace lullwick {
 
 namespace {
+
+/// Until when one source may take: its own limit, cut short by what is left of the listing's.
+QDeadlineTimer sourceDeadline(const QDeadlineTimer &listing)
+{
+    return qMin(QDeadlineTimer(PMSetStandin::sourceLimitMs), listing);
+}
 
 /// Says on standard error why a source gave nothing, and remembers whether any source failed.
 class Diagnostics {
@@ -49,9 +56,18 @@ std::optional<QDBusConnection> connected(QDBusConnection bus, QStringView name, 
 int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStream &err)
 {
     Diagnostics diagnostics(err);
+    const QDeadlineTimer listing(listingLimitMs);
+    if (arguments == QStringList{QStringLiteral("--restart-evidence")}) {
+        // Each source stands alone here: what one could not read leaves the others' lines whole.
+        const auto systemBus = connected(QDBusConnection::systemBus(), u"system", diagnostics);
+        const auto sessionBus = connected(QDBusConnection::sessionBus(), u"session", diagnostics);
+        RestartEvidence::write(
+            systemBus, sessionBus, [&listing] { return sourceDeadline(listing); }, out, err);
+        return 0;
+    }
     const bool assertions = arguments == QStringList{QStringLiteral("-g"), QStringLiteral("assertions")};
     if (!assertions && arguments != QStringList{QStringLiteral("-g")}) {
-        err << "usage: lullwick-pmset -g [assertions]" << Qt::endl;
+        err << "usage: lullwick-pmset -g [assertions] | --restart-evidence" << Qt::endl;
         return 2;
     }
 
@@ -60,16 +76,17 @@ int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStrea
     if (assertions) {
         QList<InhibitorLine> lines;
         if (systemBus)
-            lines += diagnostics.take(LogindSource(*systemBus).inhibitors());
+            lines += diagnostics.take(LogindSource(*systemBus).inhibitors(sourceDeadline(listing)));
         if (const auto sessionBus = connected(QDBusConnection::sessionBus(), u"session", diagnostics)) {
-            lines += diagnostics.take(GnomeSessionSource(*sessionBus).inhibitors());
-            lines += diagnostics.take(KdePolicyAgentSource(*sessionBus).inhibitors());
+            lines += diagnostics.take(GnomeSessionSource(*sessionBus).inhibitors(sourceDeadline(listing)));
+            lines += diagnostics.take(KdePolicyAgentSource(*sessionBus).inhibitors(sourceDeadline(listing)));
         }
         text = AssertionListing::text(lines);
     } else {
         const QList<Setting> states = diagnostics.take(PowerSettings().sleepStates());
-        text = PowerSettings::text(states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings())
-                                                     : QList<Setting>());
+        text = PowerSettings::text(
+            states, systemBus ? diagnostics.take(LogindSource(*systemBus).settings(sourceDeadline(listing)))
+                              : QList<Setting>());
     }
     // Half an answer would pass for a whole one: a failed source fails the run.
     if (diagnostics.failed())

@@ -2,7 +2,9 @@
 // and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
 // Prints "ready PID" once its names are taken, PID being a process that has already exited. One
 // lock is held by a child named systemd-inhibit, which runs a child named rsync.
-// --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors.
+// --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors;
+// --silent-gnome never answers the session manager's calls; --slow-gnome answers each after 0.4 s.
+// --delay-shutdown holds two delay locks instead of the usual locks, and sets a 30 s delay limit.
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -12,6 +14,7 @@
 #include <QDBusObjectPath>
 #include <QDBusVirtualObject>
 #include <QHash>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <sys/prctl.h>
@@ -56,6 +59,8 @@ const QDBusArgument &operator>>(const QDBusArgument &a, Inhibition &)
 class FakeObjects : public QDBusVirtualObject {
 public:
     QHash<QString, QVariant> answers;
+    QString silentUnder; ///< calls to paths under this one get no answer
+    QString slowUnder;   ///< calls to paths under this one are answered late
 
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &call, const QDBusConnection &bus) override
@@ -63,10 +68,20 @@ public:
         const auto it = answers.constFind(call.path() + u' ' + call.member());
         if (it == answers.cend())
             return false;
-        if (it->typeId() == QMetaType::QByteArray)
-            return bus.send(
-                call.createErrorReply(QString::fromLatin1(it->toByteArray()), QStringLiteral("no")));
-        return bus.send(call.createReply(*it));
+        if (!silentUnder.isEmpty() && call.path().startsWith(silentUnder)) {
+            call.setDelayedReply(true); // and never sent
+            return true;
+        }
+        const QDBusMessage reply =
+            it->typeId() == QMetaType::QByteArray
+                ? call.createErrorReply(QString::fromLatin1(it->toByteArray()), QStringLiteral("no"))
+                : call.createReply(*it);
+        if (!slowUnder.isEmpty() && call.path().startsWith(slowUnder)) {
+            call.setDelayedReply(true);
+            QTimer::singleShot(400, [bus, reply] { QDBusConnection(bus).send(reply); });
+            return true;
+        }
+        return bus.send(reply);
     }
 };
 
@@ -105,6 +120,11 @@ int main(int argc, char *argv[])
     a[login1 + " ListInhibitors"] =
         args.contains("--malformed-logind")
             ? QVariant(QStringLiteral("nonsense"))
+        : args.contains("--delay-shutdown")
+            ? QVariant::fromValue(QList<Lock>{
+                  {"shutdown", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", "delay", 0, self},
+                  {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
+              })
             : QVariant::fromValue(QList<Lock>{
                   {"idle", "GNOME Shell", "Playing video", "block", 1000, self},
                   {"sleep", "Backup", "Copying \"photos\" to Bücher – 東京", "block", 0, self},
@@ -114,10 +134,13 @@ int main(int argc, char *argv[])
                   {"idle", "rsync -a /home /backup", "Nightly backup", "block", 0, uint(inhibit)},
                   {"sleep", "Updater", "Weak\rhold", "block-weak", 0, self},
               });
-    a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
-                                        {"IdleActionUSec", qulonglong(1800000000)},
-                                        {"HandleLidSwitch", "suspend"},
-                                        {"IdleHint", false}};
+    QVariantMap settings{{"IdleAction", "lock"},
+                         {"IdleActionUSec", qulonglong(1800000000)},
+                         {"HandleLidSwitch", "suspend"},
+                         {"IdleHint", false}};
+    if (args.contains("--delay-shutdown"))
+        settings.insert("InhibitDelayMaxUSec", qulonglong(30000000));
+    a[login1 + " GetAll"] = settings;
 
     const QString gsm = QStringLiteral("/org/gnome/SessionManager");
     a[gsm + " GetInhibitors"] =
@@ -150,6 +173,11 @@ int main(int argc, char *argv[])
     }
     a[gsm + "/Client1 GetUnixProcessId"] = uint(getppid()); // the test plays the application
     a[gsm + "/Client2 GetUnixProcessId"] = uint(0);
+
+    if (args.contains("--silent-gnome"))
+        objects.silentUnder = gsm;
+    if (args.contains("--slow-gnome"))
+        objects.slowUnder = gsm;
 
     const QString agent = QStringLiteral("/org/kde/Solid/PowerManagement/PolicyAgent");
     a[agent + " ListInhibitions"] = QVariant::fromValue(QList<Inhibition>{{"vlc", "Playing media"}});

@@ -2,14 +2,17 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFileInfo>
+#include <QProcess>
 #include <QThread>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
 FakeToolDir::FakeToolDir()
 {
     m_valid = m_dir.isValid();
-    for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s})
+    for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s, u"journalctl"_s})
         m_valid =
             m_valid && QFile::link(QStringLiteral(LULLWICK_FAKE_TOOLS_DIR "/") + tool, m_dir.filePath(tool));
 }
@@ -41,7 +44,7 @@ void FakeToolDir::setProcessTable(const QHash<qint64, QString> &table) const
 QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
 {
     QList<Call> calls = toolCalls();
-    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump"; });
+    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump" || c.call == u"journalctl"; });
     return calls;
 }
 
@@ -65,6 +68,29 @@ QList<FakeToolDir::Call> FakeToolDir::toolCalls() const
             open->endNs = ns;
     }
     return calls;
+}
+
+QString FakeToolDir::placeProgram(const QString &built) const
+{
+    const QString copy = m_dir.filePath(QFileInfo(built).fileName());
+    const bool placed = QFile::copy(built, copy) &&
+                        QFile::link(pmsetPath(), m_dir.filePath(QStringLiteral("lullwick-pmset")));
+    return placed ? copy : QString();
+}
+
+qint64 FakeToolDir::signalDuringHeldCall(QProcess &program, const QString &path,
+                                         const QList<int> &signalsSent) const
+{
+    hold(QStringLiteral("assertions"));
+    program.start(path, {});
+    if (!waitForStart(QStringLiteral("assertions")))
+        return 0;
+    for (const int signal : signalsSent)
+        ::kill(pid_t(program.processId()), signal);
+    // The held call gives up after 20 s or more: a program that waited for it would miss this.
+    if (!program.waitForFinished(10'000))
+        return 0;
+    return pmsetCalls().constFirst().pid;
 }
 
 bool FakeToolDir::processGroupAlive(qint64 pgid)

@@ -10,8 +10,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A temporary folder holding links to the fake pmset, ps, log and spindump, and the files that
-/// script them.
+class QProcess;
+
+/// A temporary folder holding links to the fake pmset, ps, log, spindump and journalctl, and the
+/// files that script them.
 class FakeToolDir {
 public:
     FakeToolDir();
@@ -22,9 +24,11 @@ public:
     [[nodiscard]] QString psPath() const { return m_dir.filePath(QStringLiteral("ps")); }
     [[nodiscard]] QString logPath() const { return m_dir.filePath(QStringLiteral("log")); }
     [[nodiscard]] QString spindumpPath() const { return m_dir.filePath(QStringLiteral("spindump")); }
+    [[nodiscard]] QString journalctlPath() const { return m_dir.filePath(QStringLiteral("journalctl")); }
 
     // `call` is "assertions" (pmset -g assertions), "settings" (pmset -g), "log" (the loginwindow
-    // query; it fails unless given an output) or "spindump" (its output is the decoded text it writes).
+    // query; it fails unless given an output), "spindump" (its output is the decoded text it writes) or
+    // "journalctl" (the previous boot's entries; it fails unless given an output).
     void setOutput(const QString &call, const QByteArray &bytes) const { write(call + ".out", bytes); }
     void setOutputFromFixture(const QString &call, const QString &fixture) const
     {
@@ -36,8 +40,19 @@ public:
     {
         write(call + ".sleep", QByteArray::number(seconds, 'f', 3));
     }
+    /// spindump also leaves a file holding `bytes` beside its output.
+    void setSpindumpExtraFile(const QByteArray &bytes) const
+    {
+        write(QStringLiteral("spindump.extra"), bytes);
+    }
+    /// spindump makes a folder, holding a file, where its output file should be.
+    void setSpindumpMakesFolder() const { write(QStringLiteral("spindump.folder"), QByteArray()); }
     /// After writing its output, the call kills itself with `signal`.
     void setKilledBy(const QString &call, int signal) const { write(call + ".signal", signal); }
+
+    /// The call reads a line of its standard input first; `lineRead` gives it.
+    void readInput(const QString &call) const { write(call + ".input", "(not read)"); }
+    [[nodiscard]] QByteArray lineRead(const QString &call) const { return read(call + ".input"); }
 
     /// Holds the call, once started, until release(); a held call gives up after about 20 s.
     void hold(const QString &call) const { write(call + ".hold", QByteArray()); }
@@ -65,6 +80,15 @@ public:
     {
         return QString::fromUtf8(read(QStringLiteral("spindump.log"))).split(u'\n', Qt::SkipEmptyParts);
     }
+    /// Copies the built program `built` here, beside a `lullwick-pmset` link to the fake pmset, where
+    /// the program looks for its pmset; the copy's path, or nothing when it could not be placed.
+    [[nodiscard]] QString placeProgram(const QString &built) const;
+    /// Starts `program` with the assertions call held, sends it `signals` in order once that call
+    /// runs, and waits for the program to end; the held call's PID, or 0 when it never started or
+    /// the program did not end.
+    [[nodiscard]] qint64 signalDuringHeldCall(QProcess &program, const QString &path,
+                                              const QList<int> &signalsSent) const;
+
     /// Whether any live (not zombie) process is left in the process group `pgid`.
     [[nodiscard]] static bool processGroupAlive(qint64 pgid);
     /// The PIDs the fake ps was asked for, in order.
