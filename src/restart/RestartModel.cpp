@@ -31,6 +31,13 @@ RestartModel::RestartModel(RunningAppsProvider provider, QString pmsetPath, QStr
       m_service(evidenceService(pmsetPath, std::move(logPath), std::move(spindumpPath), std::move(reportsDir)))
 {}
 
+RestartModel::RestartModel(RunningAppsProvider provider, QString pmsetPath, LinuxRestartSources linuxSources,
+                           QObject *parent)
+    : QObject(parent), m_provider(std::move(provider)),
+      m_pmset(std::make_unique<PMSetService>(std::move(pmsetPath))),
+      m_service(std::make_unique<RestartBlockerService>(std::move(linuxSources)))
+{}
+
 RestartModel::~RestartModel() = default;
 
 QString RestartModel::decodeFailureText()

@@ -5,6 +5,7 @@
 #include "platform/RunningApps.h"
 #include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
+#include "restart/LinuxRestartSources.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -35,6 +36,9 @@ public:
                           QString pmsetPath = ToolPaths::pmset(), QString logPath = ToolPaths::log(),
                           QString spindumpPath = ToolPaths::spindump(),
                           QString reportsDir = ToolPaths::diagnosticReports(), QObject *parent = nullptr);
+    /// A model whose service reads the Linux evidence from `linuxSources`, whatever the profile.
+    RestartModel(RunningAppsProvider provider, QString pmsetPath, LinuxRestartSources linuxSources,
+                 QObject *parent = nullptr);
     ~RestartModel() override;
 
     [[nodiscard]] const std::optional<RestartAnalysis> &analysis() const { return m_analysis; }
