@@ -114,22 +114,25 @@ private Q_SLOTS:
         const Lock backup{"block", "Backup", "Copying files", 812, "borg"};
         QTest::addRow("every kind of record")
             << lock + "inhibit-delay-max\t30\nlogout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n"
-            << InhibitorEvidence{{backup}, 30, {{"org.gnome.TextEditor", "Unsaved documents", 0, ""}}};
+            << InhibitorEvidence{{backup}, 30, {{"org.gnome.TextEditor", "Unsaved documents", 0, ""}}, {}};
         QTest::addRow("wrong field counts and unknown kinds are skipped")
             << "shutdown-lock\tblock\tBackup\n" + lock + "shutdown-lock\tblock\tA\tB\t1\tc\textra\nsleep-lock\tx\n"
-            << InhibitorEvidence{{backup}, {}, {}};
+            << InhibitorEvidence{{backup}, {}, {}, {}};
         QTest::addRow("a PID that is not a positive number is unknown")
             << QByteArray("shutdown-lock\tdelay\tA\tB\t-4\ta\nshutdown-lock\tdelay\tC\tD\t12x\tc\n")
-            << InhibitorEvidence{{{"delay", "A", "B", 0, "a"}, {"delay", "C", "D", 0, "c"}}, {}, {}};
+            << InhibitorEvidence{{{"delay", "A", "B", 0, "a"}, {"delay", "C", "D", 0, "c"}}, {}, {}, {}};
         QTest::addRow("control characters and direction overrides become spaces")
             << QByteArray("shutdown-lock\tblock\tevil\x1b[31m\r\xe2\x80\xae\tsay\x0bhi\t5\tx\n")
-            << InhibitorEvidence{{{"block", "evil [31m", "say hi", 5, "x"}}, {}, {}};
+            << InhibitorEvidence{{{"block", "evil [31m", "say hi", 5, "x"}}, {}, {}, {}};
         QTest::addRow("invalid UTF-8 keeps the rest of the record")
             << QByteArray("logout-inhibitor\tcaf\xe9\tUnsaved\t7\tgedit\n")
-            << InhibitorEvidence{{}, {}, {{"caf\uFFFD", "Unsaved", 7, "gedit"}}};
+            << InhibitorEvidence{{}, {}, {{"caf\uFFFD", "Unsaved", 7, "gedit"}}, {}};
         QTest::addRow("a huge field is cut short")
             << "logout-inhibitor\tapp\t" + QByteArray(100000, 'x') + "\t0\t\n"
-            << InhibitorEvidence{{}, {}, {{"app", QString(200, u'x') + u'…', 0, ""}}};
+            << InhibitorEvidence{{}, {}, {{"app", QString(200, u'x') + u'…', 0, ""}}, {}};
+        QTest::addRow("PackageKit transactions")
+            << QByteArray("package-transaction\tupdate-packages\npackage-transaction\n")
+            << InhibitorEvidence{{}, {}, {}, {"update-packages"}};
         QTest::addRow("a delay limit that is not a count is ignored")
             << QByteArray("inhibit-delay-max\t-5\ninhibit-delay-max\t5s\n") << InhibitorEvidence();
     }
@@ -141,6 +144,7 @@ private Q_SLOTS:
         QCOMPARE(read.shutdownLocks, expected.shutdownLocks);
         QCOMPARE(read.inhibitDelayMaxSeconds, expected.inhibitDelayMaxSeconds);
         QCOMPARE(read.logoutInhibitors, expected.logoutInhibitors);
+        QCOMPARE(read.packageTransactions, expected.packageTransactions);
     }
 
     void writtenLineReadsBack()
@@ -161,29 +165,29 @@ private Q_SLOTS:
         const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
         const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640, "upgrade-helper"};
         QTest::addRow("a block lock is likely and names its holder")
-            << InhibitorEvidence{{backup}, 5, {}} << 3
+            << InhibitorEvidence{{backup}, 5, {}, {}} << 3
             << "Backup Tool is blocking restart and shutdown: Copying files" << 1;
         QTest::addRow("block-weak holds off a desktop restart too")
-            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}} << 3
+            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}} << 3
             << "Sync is blocking restart and shutdown" << 1;
         QTest::addRow("several block locks: the first named, the delay lock listed too")
-            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}} << 3
+            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}, {}} << 3
             << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3;
         QTest::addRow("delay locks only are context, with logind's limit")
-            << InhibitorEvidence{{upgrades}, 30, {}} << 1
+            << InhibitorEvidence{{upgrades}, 30, {}, {}} << 1
             << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1;
         QTest::addRow("delay without a known limit")
-            << InhibitorEvidence{{upgrades, upgrades}, {}, {}} << 1
+            << InhibitorEvidence{{upgrades, upgrades}, {}, {}, {}} << 1
             << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2;
         QTest::addRow("a name that looks like a placeholder stays as it is")
-            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}} << 3
+            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}, {}} << 3
             << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2;
         QTest::addRow("a holder without a name is called by its process")
-            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}} << 3
+            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}} << 3
             << "weird-daemon is blocking restart and shutdown" << 1;
-        QTest::addRow("a mode logind does not have is no lock") << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}}
+        QTest::addRow("a mode logind does not have is no lock") << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}}
                                                          << 0 << QString() << 0;
-        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}} << 0 << QString() << 0;
+        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}, {}} << 0 << QString() << 0;
     }
     void shutdownLocks()
     {
@@ -207,6 +211,7 @@ private Q_SLOTS:
         const InhibitorEvidence evidence{{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
                                            "unattended-upgr"}},
                                          5,
+                                         {},
                                          {}};
         const RestartFinding finding = *ShutdownLockFinding::from(evidence);
         QCOMPARE(finding.title, "Unattended Upgrades Shutdown will delay a restart by up to 5 s");
@@ -216,7 +221,7 @@ private Q_SLOTS:
 
     void blockingAdviceSaysHowToQuit()
     {
-        const InhibitorEvidence evidence{{{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}};
+        const InhibitorEvidence evidence{{{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}, {}};
         const RestartFinding finding = *ShutdownLockFinding::from(evidence);
         QVERIFY2(finding.advice->contains("quit borg") && finding.advice->contains("“kill 812”"),
                  qPrintable(*finding.advice));
@@ -247,7 +252,7 @@ private Q_SLOTS:
         const QList<RunningAppInfo> running{{"LibreOffice Writer", u"libreoffice-writer"_s, 4200},
                                             {"Text Editor", u"org.gnome.TextEditor"_s, 5100}};
         const std::optional<RestartFinding> finding =
-            UnsavedWorkFinding::from(InhibitorEvidence{{}, {}, inhibitors}, running);
+            UnsavedWorkFinding::from(InhibitorEvidence{{}, {}, inhibitors, {}}, running);
         QCOMPARE(finding ? finding->title : QString(), title);
         if (!finding)
             return;
@@ -257,7 +262,8 @@ private Q_SLOTS:
 
     void softwareUpdates_data()
     {
-        QTest::addColumn<QStringList>("files"); // below the root; "->" makes a link to nowhere
+        // Below the root; "->" makes a link to nowhere; "packagekit" is a transaction updating packages.
+        QTest::addColumn<QStringList>("files");
         QTest::addColumn<bool>("lockHeld");
         QTest::addColumn<int>("severity"); // 0: no finding
         QTest::addColumn<QString>("title");
@@ -273,6 +279,10 @@ private Q_SLOTS:
         QTest::addRow("the package manager's lock is held by a running apt")
             << QStringList{"system-update->", "run/reboot-required"} << true << 3
             << u"apt is installing or removing software right now"_s << QString();
+        // The row the PackageKit transaction takes: it stands in for the lock's holder.
+        QTest::addRow("a PackageKit transaction outranks a staged update")
+            << QStringList{"system-update->", "packagekit"} << false << 3
+            << u"PackageKit is installing or removing software right now"_s << QString();
     }
     void softwareUpdates()
     {
@@ -282,8 +292,11 @@ private Q_SLOTS:
         QFETCH(QString, listed);
         QTemporaryDir root;
         QVERIFY(QDir(root.path()).mkpath("var/lib/dpkg") && QDir(root.path()).mkpath("run"));
+        InhibitorEvidence evidence;
         for (const QString &file : files) {
-            if (file.endsWith("->"))
+            if (file == u"packagekit")
+                evidence.packageTransactions = {u"update-packages"_s};
+            else if (file.endsWith("->"))
                 QVERIFY(QFile::link(root.filePath("nowhere"), root.filePath(file.chopped(2))));
             else
                 writeFile(root.filePath(file), "linux-image-6.1.0-28-amd64\n\nlibc6\x07x\nlinux-image-6.1.0-28-amd64\n");
@@ -293,7 +306,7 @@ private Q_SLOTS:
             apt.emplace(root.filePath("var/lib/dpkg/lock-frontend"), "apt");
             QVERIFY(apt->locked());
         }
-        const std::optional<RestartFinding> finding = SoftwareUpdateFinding::from(root.path());
+        const std::optional<RestartFinding> finding = SoftwareUpdateFinding::from(root.path(), evidence);
         QCOMPARE(finding.has_value(), severity != 0);
         if (!finding)
             return;
@@ -347,54 +360,44 @@ private Q_SLOTS:
 
     void lastShutdown_data()
     {
-        QTest::addColumn<QString>("fixture");
+        QTest::addColumn<QByteArray>("journal");
+        QTest::addColumn<int>("status");
         QTest::addColumn<QString>("title"); // null: no finding
         QTest::addColumn<QStringList>("listed");
+        const QByteArray hungSession = Fixtures::read("journal-hung-session.jsonl");
         QTest::addRow("a hung session names the program, not the session")
-            << "journal-hung-session.jsonl" << u"Last shutdown waited for x11vnc (session-2.scope)"_s
+            << hungSession << 0 << u"Last shutdown waited for x11vnc (session-2.scope)"_s
             << QStringList{"session-2.scope: sshd (PID 1401), x11vnc (PID 1523)"};
         QTest::addRow("a user manager killed with its children names a child")
-            << "journal-user-manager.jsonl" << u"Last shutdown waited for gvfsd-fuse (user@1000.service)"_s
+            << Fixtures::read("journal-user-manager.jsonl") << 0
+            << u"Last shutdown waited for gvfsd-fuse (user@1000.service)"_s
             << QStringList{"user@1000.service: systemd (PID 1100), (sd-pam) (PID 1101), gvfsd-fuse (PID 1350), "
                            "pipewire (PID 1362)"};
-        QTest::addRow("a container runtime") << "journal-container-runtime.jsonl"
-                                             << u"Last shutdown waited for dockerd (docker.service)"_s
-                                             << QStringList{"docker.service: dockerd (PID 812), containerd-shim "
-                                                            "(PID 1410), postgres (PID 1433)"};
-        QTest::addRow("a clean shutdown") << "journal-clean-shutdown.jsonl" << QString() << QStringList();
+        QTest::addRow("a container runtime")
+            << Fixtures::read("journal-container-runtime.jsonl") << 0
+            << u"Last shutdown waited for dockerd (docker.service)"_s
+            << QStringList{"docker.service: dockerd (PID 812), containerd-shim (PID 1410), postgres (PID 1433)"};
+        QTest::addRow("a clean shutdown") << Fixtures::read("journal-clean-shutdown.jsonl") << 0 << QString()
+                                          << QStringList();
+        QTest::addRow("no previous boot: journalctl fails") << hungSession << 1 << QString() << QStringList();
+        // Outside the systemd-journal and adm groups journalctl shows the user's own entries only.
+        QTest::addRow("not allowed to read the system journal") << QByteArray() << 0 << QString() << QStringList();
     }
     void lastShutdown()
     {
-        QFETCH(QString, fixture);
+        QFETCH(QByteArray, journal);
+        QFETCH(int, status);
         QFETCH(QString, title);
         FakeToolDir fake;
         QVERIFY(fake.isValid());
-        fake.setOutputFromFixture("journalctl", fixture);
+        fake.setOutput("journalctl", journal);
+        fake.setExitStatus("journalctl", status);
         const std::optional<RestartFinding> finding = LastShutdownFinding::read(fake.journalctlPath(), keepGoing);
         QCOMPARE(finding ? finding->title : QString(), title);
         if (!finding)
             return;
         QCOMPARE(finding->severity, RestartSeverity::possible);
         QTEST(listedLines(*finding), "listed");
-    }
-
-    void unreadableJournal_data()
-    {
-        QTest::addColumn<QByteArray>("output");
-        QTest::addColumn<int>("status");
-        QTest::addRow("no previous boot") << Fixtures::read("journal-hung-session.jsonl") << 1;
-        // Outside the systemd-journal and adm groups journalctl shows the user's own entries only.
-        QTest::addRow("not allowed to read the system journal") << QByteArray() << 0;
-    }
-    void unreadableJournal()
-    {
-        QFETCH(QByteArray, output);
-        QFETCH(int, status);
-        FakeToolDir fake;
-        QVERIFY(fake.isValid());
-        fake.setOutput("journalctl", output);
-        fake.setExitStatus("journalctl", status);
-        QCOMPARE(LastShutdownFinding::read(fake.journalctlPath(), keepGoing), std::nullopt);
     }
 
     void hostileJournal_data()

@@ -305,6 +305,8 @@ private Q_SLOTS:
             lock.pid = fakePid;
         QCOMPARE(evidence.shutdownLocks, locks);
         QTEST(evidence.inhibitDelayMaxSeconds, "delayLimit");
+        // The package update counts; the cache refresh changes no software.
+        QCOMPARE(evidence.packageTransactions, QStringList{"update-packages"});
         // Only the logout-only inhibitor of the three GNOME ones holds up a logout.
         QCOMPARE(evidence.logoutInhibitors,
                  (QList<Inhibitor>{{"org.gnome.TextEditor", "Unsaved documents", 0, QString()}}));
@@ -322,6 +324,7 @@ private Q_SLOTS:
             titles.append(finding.title);
         QCOMPARE(titles, (QStringList{"apt is blocking restart and shutdown: Upgrading packages",
                                       "Text Editor has unsaved work",
+                                      "PackageKit is installing or removing software right now",
                                       "1 apps are open and will be asked to quit"}));
     }
 

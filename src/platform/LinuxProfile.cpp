@@ -128,6 +128,9 @@ void Profile::makeLinux(Profile &p)
     e.installingDetail = u"The package manager’s lock (%1) is held by %2 (PID %3). A restart now would stop it "
                          u"halfway, which can leave packages half-installed and the system hard to update "
                          u"afterwards."_s;
+    e.packageKitDetail = u"PackageKit is running a transaction that changes the installed software (%1). A "
+                         u"restart now would stop it halfway, which can leave packages half-installed and the "
+                         u"system hard to update afterwards."_s;
     e.installingAdvice = u"Don’t restart until it has finished — your software updater or the terminal running "
                          u"it shows the progress. If an earlier run was cut short, “sudo dpkg --configure -a” in "
                          u"a terminal completes it."_s;

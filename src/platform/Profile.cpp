@@ -103,7 +103,7 @@ QStringList Profile::allTexts() const
               e.blockingQuit,          e.delayTitle,          e.delayUpTo,             e.delayFewSeconds,
               e.delayDetail,           e.delayAdvice,         e.unsavedTitle,          e.unsavedTitleMany,
               e.unsavedDetail,         e.unsavedAdvice,       e.installingTitle,       e.installingDetail,
-              e.installingAdvice,      e.offlineTitle,        e.offlineDetail,         e.offlineAdvice,
+              e.packageKitDetail,      e.installingAdvice,      e.offlineTitle,        e.offlineDetail,         e.offlineAdvice,
               e.restartRequiredTitle,  e.restartRequiredDetail, e.restartRequiredPackages,
               e.restartRequiredAdvice, e.lastShutdownTitle,   e.lastShutdownUnitTitle, e.lastShutdownDetail,
               e.lastShutdownAdvice};

@@ -93,7 +93,7 @@ qint64 SoftwareUpdateFinding::lockHolder(const QString &path, const QString &loc
                              ::minor(info.st_dev), info.st_ino);
 }
 
-std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir)
+std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir, const InhibitorEvidence &evidence)
 {
     const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     const QDir root(rootDir);
@@ -103,6 +103,12 @@ std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir
         return RestartFinding::make(RestartSeverity::likely, words.softwareUpdatesSource,
                                     words.installingTitle.arg(name),
                                     words.installingDetail.arg(frontendLock, name, QString::number(pid)),
+                                    words.installingAdvice);
+    }
+    if (!evidence.packageTransactions.isEmpty()) {
+        return RestartFinding::make(RestartSeverity::likely, words.softwareUpdatesSource,
+                                    words.installingTitle.arg(QStringLiteral("PackageKit")),
+                                    words.packageKitDetail.arg(evidence.packageTransactions.join(QStringLiteral(", "))),
                                     words.installingAdvice);
     }
     // A link to the update's folder; a dangling one still means an update is staged.
