@@ -182,12 +182,13 @@ private Q_SLOTS:
         QTemporaryDir root;
         QVERIFY(fake.isValid() && root.isValid());
         fake.setOutputFromFixture(u"assertions"_s, u"inhibitors-linux-desktop.txt"_s);
-        fake.setOutput(u"restart-evidence"_s,
-                       "shutdown-lock\tblock\trsync -a /home /media/backup\tNightly backup\t5121\trsync\n"
-                       "shutdown-lock\tdelay\tUnattended Upgrades Shutdown\tStop ongoing upgrades or perform "
-                       "upgrades before shutdown\t712\tunattended-upgr\n"
-                       "inhibit-delay-max\t30\n"
-                       "logout-inhibitor\torg.gnome.TextEditor\tThere are unsaved documents\t4001\tgnome-text-edit\n");
+        fake.setOutput(
+            u"restart-evidence"_s,
+            "shutdown-lock\tblock\trsync -a /home /media/backup\tNightly backup\t5121\trsync\n"
+            "shutdown-lock\tdelay\tUnattended Upgrades Shutdown\tStop ongoing upgrades or perform "
+            "upgrades before shutdown\t712\tunattended-upgr\n"
+            "inhibit-delay-max\t30\n"
+            "logout-inhibitor\torg.gnome.TextEditor\tThere are unsaved documents\t4001\tgnome-text-edit\n");
         fake.setOutputFromFixture(u"journalctl"_s, u"journal-hung-session.jsonl"_s);
         QVERIFY(QFile::link(u"/var/cache/PackageKit/offline-update"_s, root.filePath(u"system-update"_s)));
         RestartModel model(
@@ -211,18 +212,21 @@ private Q_SLOTS:
         QStringList shown;
         for (const QLabel *title : titles)
             shown << title->text();
-        QCOMPARE(shown, (QStringList{u"rsync -a /home /media/backup is blocking restart and shutdown: Nightly backup"_s,
-                                     u"Text Editor has unsaved work"_s,
-                                     u"An update will be installed during the next restart"_s,
-                                     u"Last shutdown waited for x11vnc (session-2.scope)"_s,
-                                     u"3 apps are open and will be asked to quit"_s}));
+        QCOMPARE(
+            shown,
+            (QStringList{u"rsync -a /home /media/backup is blocking restart and shutdown: Nightly backup"_s,
+                         u"Text Editor has unsaved work"_s,
+                         u"An update will be installed during the next restart"_s,
+                         u"Last shutdown waited for x11vnc (session-2.scope)"_s,
+                         u"3 apps are open and will be asked to quit"_s}));
         QCOMPARE(view.findChild<QLabel *>(u"verdictLabel"_s)->text(),
                  Profile::current().restart().verdicts[0]);
         QVERIFY(!view.findChild<QWidget *>(u"stallControls"_s));
 
         const auto save = [&](const QString &name) {
             QCoreApplication::processEvents();
-            QVERIFY(static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
+            QVERIFY(
+                static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
         };
         save(u"linux-restart-evidence"_s);
         const QPalette light = QApplication::palette();

@@ -1,11 +1,11 @@
 #include "Fixtures.h"
+#include "platform/ProcessNames.h"
 #include "pmset/PMSetService.h"
 #include "restart/InhibitorEvidence.h"
 #include "restart/RestartBlockerService.h"
 #include "restart/ShutdownLockFinding.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
-#include "platform/ProcessNames.h"
 #include "standin/TypeWords.h"
 
 #include <QLocalServer>
@@ -277,7 +277,8 @@ private Q_SLOTS:
         QTest::addColumn<QList<Lock>>("locks");
         QTest::addColumn<std::optional<qint64>>("delayLimit");
         QTest::addRow("a blocking shutdown lock and a logout inhibitor")
-            << QString() << QList<Lock>{{"block", "apt", "Upgrading packages", 0, fakeName}} << std::optional<qint64>();
+            << QString() << QList<Lock>{{"block", "apt", "Upgrading packages", 0, fakeName}}
+            << std::optional<qint64>();
         QTest::addRow("a shutdown delay lock, with logind's limit")
             << u"--delay-shutdown"_s
             << QList<Lock>{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 0, fakeName}}
@@ -333,16 +334,16 @@ private Q_SLOTS:
         // systemd-logind itself, on a private system bus in a mount namespace of the test's own.
         if (::geteuid() != 0)
             QSKIP("needs root: the real systemd-logind runs in a private mount namespace");
-        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit", "/usr/bin/unshare",
-                                    "/usr/bin/busctl"}) {
+        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit",
+                                    "/usr/bin/unshare", "/usr/bin/busctl"}) {
             if (!QFileInfo(program).isExecutable())
                 QSKIP(qPrintable(QStringLiteral("%1 is not installed").arg(program)));
         }
         QTemporaryDir work;
         qputenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + m_dir.filePath("nowhere")).toUtf8());
         QProcess rig;
-        rig.start("/usr/bin/unshare", {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG,
-                                       work.path(), standin});
+        rig.start("/usr/bin/unshare",
+                  {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG, work.path(), standin});
         QVERIFY(rig.waitForFinished(120000));
         const QByteArray output = rig.readAllStandardOutput();
         QVERIFY2(rig.exitCode() == 0, rig.readAllStandardError().constData());
@@ -361,7 +362,8 @@ private Q_SLOTS:
         const std::optional<RestartFinding> finding = ShutdownLockFinding::from(evidence);
         QVERIFY(finding);
         QCOMPARE(finding->severity, RestartSeverity::likely);
-        QVERIFY2(finding->title.endsWith("is blocking restart and shutdown: Copying files"), qPrintable(finding->title));
+        QVERIFY2(finding->title.endsWith("is blocking restart and shutdown: Copying files"),
+                 qPrintable(finding->title));
     }
 
     void awkwardTextSurvivesTheReader()

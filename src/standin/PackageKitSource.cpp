@@ -17,9 +17,9 @@ const QString service = QStringLiteral("org.freedesktop.PackageKit");
 QString changingRole(uint role)
 {
     static const QHash<uint, QString> roles{
-        {10, QStringLiteral("install-files")},    {11, QStringLiteral("install-packages")},
-        {14, QStringLiteral("remove-packages")},  {22, QStringLiteral("update-packages")},
-        {29, QStringLiteral("repair-system")},    {33, QStringLiteral("upgrade-system")},
+        {10, QStringLiteral("install-files")},   {11, QStringLiteral("install-packages")},
+        {14, QStringLiteral("remove-packages")}, {22, QStringLiteral("update-packages")},
+        {29, QStringLiteral("repair-system")},   {33, QStringLiteral("upgrade-system")},
     };
     return roles.value(role);
 }
@@ -36,21 +36,22 @@ SourceResult<QStringList> PackageKitSource::changingTransactions(QDeadlineTimer 
     const SourceResult<qint64> running = bus.ownerPid();
     if (running.state != running.read)
         return {Result::State(running.state), running.message, {}};
-    const SourceResult<QVariantList> list =
-        bus.call(QStringLiteral("/org/freedesktop/PackageKit"), service, QStringLiteral("GetTransactionList"), u"ao");
+    const SourceResult<QVariantList> list = bus.call(QStringLiteral("/org/freedesktop/PackageKit"), service,
+                                                     QStringLiteral("GetTransactionList"), u"ao");
     if (list.state != list.read)
         return {Result::State(list.state), list.message, {}};
 
     QStringList roles;
     for (const QDBusObjectPath &transaction : qdbus_cast<QList<QDBusObjectPath>>(list.value.constFirst())) {
-        const SourceResult<QVariantList> role =
-            bus.call(transaction.path(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                     u"v", {service + QStringLiteral(".Transaction"), QStringLiteral("Role")});
+        const SourceResult<QVariantList> role = bus.call(
+            transaction.path(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+            u"v", {service + QStringLiteral(".Transaction"), QStringLiteral("Role")});
         if (role.endsSource())
             return {Result::State(role.state), role.message, {}};
         if (role.state != role.read)
             continue; // finished since the list was made
-        if (const QString word = changingRole(role.value.constFirst().value<QDBusVariant>().variant().toUInt());
+        if (const QString word =
+                changingRole(role.value.constFirst().value<QDBusVariant>().variant().toUInt());
             !word.isEmpty())
             roles.append(word);
     }

@@ -63,8 +63,8 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
         for (const GnomeSessionSource::Inhibitor &inhibitor : inhibitors.value) {
             if (!(inhibitor.flags & gnomeLogoutFlag))
                 continue;
-            out << InhibitorEvidence::line({QStringLiteral("logout-inhibitor"), inhibitor.appId, inhibitor.reason,
-                                            QString::number(inhibitor.clientPid),
+            out << InhibitorEvidence::line({QStringLiteral("logout-inhibitor"), inhibitor.appId,
+                                            inhibitor.reason, QString::number(inhibitor.clientPid),
                                             nameOf(inhibitor.clientPid)});
         }
     }

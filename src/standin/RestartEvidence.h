@@ -20,7 +20,8 @@ public:
     /// source may take until `sourceDeadline()` says.
     static void write(const std::optional<QDBusConnection> &systemBus,
                       const std::optional<QDBusConnection> &sessionBus,
-                      const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out, QTextStream &err);
+                      const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out,
+                      QTextStream &err);
 };
 
 } // namespace lullwick

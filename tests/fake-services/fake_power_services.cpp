@@ -120,8 +120,7 @@ int main(int argc, char *argv[])
     auto &a = objects.answers;
     const QString login1 = QStringLiteral("/org/freedesktop/login1");
     a[login1 + " ListInhibitors"] =
-        args.contains("--malformed-logind")
-            ? QVariant(QStringLiteral("nonsense"))
+        args.contains("--malformed-logind") ? QVariant(QStringLiteral("nonsense"))
         : args.contains("--delay-shutdown")
             ? QVariant::fromValue(QList<Lock>{
                   {"shutdown", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", "delay", 0, self},
@@ -145,15 +144,15 @@ int main(int argc, char *argv[])
     a[login1 + " GetAll"] = settings;
 
     const QString gsm = QStringLiteral("/org/gnome/SessionManager");
-    a[gsm + " GetInhibitors"] =
-        args.contains("--deny-gnome")
-            ? QVariant(QByteArray("org.freedesktop.DBus.Error.AccessDenied"))
-            : QVariant::fromValue(QList<QDBusObjectPath>{
-                  QDBusObjectPath(gsm + "/Inhibitor1"), QDBusObjectPath(gsm + "/Inhibitor2"),
-                  QDBusObjectPath(gsm + "/Inhibitor3"),
-                  QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
-                  QDBusObjectPath(gsm + "/Inhibitor5"),
-              });
+    a[gsm + " GetInhibitors"] = args.contains("--deny-gnome")
+                                    ? QVariant(QByteArray("org.freedesktop.DBus.Error.AccessDenied"))
+                                    : QVariant::fromValue(QList<QDBusObjectPath>{
+                                          QDBusObjectPath(gsm + "/Inhibitor1"),
+                                          QDBusObjectPath(gsm + "/Inhibitor2"),
+                                          QDBusObjectPath(gsm + "/Inhibitor3"),
+                                          QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
+                                          QDBusObjectPath(gsm + "/Inhibitor5"),
+                                      });
     const struct {
         int number;
         const char *app, *reason;
@@ -187,8 +186,8 @@ int main(int argc, char *argv[])
     // PackageKit: a package update under way, and a cache refresh, which changes no software.
     const QString packageKit = QStringLiteral("/org/freedesktop/PackageKit");
     const QStringList transactions{QStringLiteral("/17_update"), QStringLiteral("/18_refresh")};
-    a[packageKit + " GetTransactionList"] =
-        QVariant::fromValue(QList<QDBusObjectPath>{QDBusObjectPath(transactions[0]), QDBusObjectPath(transactions[1])});
+    a[packageKit + " GetTransactionList"] = QVariant::fromValue(
+        QList<QDBusObjectPath>{QDBusObjectPath(transactions[0]), QDBusObjectPath(transactions[1])});
     a[transactions[0] + " Get"] = QVariant::fromValue(QDBusVariant(uint(22)));
     a[transactions[1] + " Get"] = QVariant::fromValue(QDBusVariant(uint(13)));
 
