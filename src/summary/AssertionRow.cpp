@@ -173,14 +173,7 @@ int AssertionRow::place(int width, bool apply) const
 
 int AssertionRow::heightForWidth(int width) const
 {
-    for (const Entry &entry : m_heights) {
-        if (entry.width == width)
-            return entry.height;
-    }
-    const int height = place(width, false);
-    std::move_backward(m_heights.begin(), m_heights.end() - 1, m_heights.end());
-    m_heights[0] = {width, height};
-    return height;
+    return m_heights.at(width, [this](int asked) { return place(asked, false); });
 }
 
 int AssertionRow::widest(bool minimum) const
@@ -209,7 +202,7 @@ QSize AssertionRow::minimumSizeHint() const
 
 void AssertionRow::relayout()
 {
-    m_heights = {};
+    m_heights.clear();
     updateGeometry();
     // A row not shown yet is placed when its layout gives it its size.
     if (isVisible())

@@ -4,6 +4,7 @@
 #include "platform/Profile.h"
 #include "summary/AssertionRowText.h"
 #include "summary/ResolvedNames.h"
+#include "ui/HeightCache.h"
 
 #include <QWidget>
 
@@ -68,12 +69,7 @@ private:
     QLabel *m_explanation = nullptr;
     QLabel *m_callToAction = nullptr;
     QWidget *m_button;
-
-    struct Entry {
-        int width = -1;
-        int height = 0;
-    };
-    mutable std::array<Entry, 4> m_heights{};
+    mutable HeightCache m_heights;
 };
 
 } // namespace lullwick

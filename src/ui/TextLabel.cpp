@@ -93,7 +93,7 @@ void TextLabel::shape() const
         emphasised.setFontWeight(m_emphasisWeight);
         m_layout->setFormats({{0, int(qMin<qsizetype>(m_emphasis, shown.size())), emphasised}});
     }
-    m_heights = {};
+    m_heights.clear();
 
     const auto [height, widest] = placeLines(unbroken);
     m_naturalHeight = m_laidHeight = height;
@@ -191,15 +191,11 @@ int TextLabel::heightForWidth(int width) const
     if (!drawsItself())
         return QLabel::heightForWidth(width);
     shape();
-    for (const Entry &entry : m_heights) {
-        if (entry.width == width)
-            return entry.height;
-    }
-    const int asked = minimumWidth() > 0 ? qMax(width, minimumWidth()) : width;
-    const int height = qMax(layOut(asked - extra().width()).height() + extra().height(), minimumHeight());
-    std::move_backward(m_heights.begin(), m_heights.end() - 1, m_heights.end());
-    m_heights[0] = {width, height};
-    return height;
+    return m_heights.at(width, [this](int asked) {
+        if (minimumWidth() > 0)
+            asked = qMax(asked, minimumWidth());
+        return qMax(layOut(asked - extra().width()).height() + extra().height(), minimumHeight());
+    });
 }
 
 QSize TextLabel::sizeHint() const
@@ -295,7 +291,7 @@ void TextLabel::changeEvent(QEvent *event)
         m_layout.reset();
         break;
     case QEvent::ContentsRectChange:
-        m_heights = {};
+        m_heights.clear();
         break;
     default:
         break;

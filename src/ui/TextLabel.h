@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/HeightCache.h"
 #include "ui/NamedColor.h"
 
 #include <QLabel>
@@ -53,10 +54,6 @@ private:
     /// The horizontal and vertical room the contents margins take.
     [[nodiscard]] QSize extra() const;
 
-    struct Entry {
-        int width = -1;
-        int height = 0;
-    };
     /// A stretch of the unbroken line between two places where it may break: a word and the
     /// spaces after it.
     struct Piece {
@@ -84,7 +81,7 @@ private:
     mutable int m_lineWidth = -1;                  ///< the width the lines are broken at; -1 unbroken
     mutable QSize m_laidSize;                      ///< the size of those lines
     mutable qreal m_laidHeight = 0;                ///< their height before rounding, to place them
-    mutable std::array<Entry, 4> m_heights{};      ///< a layout asks again at the same widths
+    mutable HeightCache m_heights;
     struct Fill {
         NamedColor::Role role;
         qreal opacity;
