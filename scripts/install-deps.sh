@@ -4,10 +4,11 @@
 set -eu
 
 # dbus-daemon: the pmset stand-in's tests start private buses (never dbus-x11, whose autolaunch
-# would start a session bus behind the tests' back).
+# would start a session bus behind the tests' back). systemd: the restart analysis reads the last
+# shutdown with journalctl, and a test runs the real systemd-logind and systemd-inhibit.
 packages="cmake ninja-build g++ clang libclang-rt-14-dev pkg-config
 qt6-base-dev qt6-svg-dev qcoro-qt6-dev libicu-dev libbenchmark-dev
-fonts-dejavu-core procps dbus-daemon desktop-file-utils appstream
+fonts-dejavu-core procps dbus-daemon systemd desktop-file-utils appstream
 xvfb xauth dbus at-spi2-core python3-pyatspi"
 
 missing=""

@@ -77,6 +77,7 @@ struct Rig {
     {
         fake.setOutput("assertions", listing);
         fake.setOutputFromFixture("settings", "settings-typical.txt");
+        fake.setOutput("restart-evidence", "shutdown-lock\tblock\tNightly copy\tCopying files\t4321\tcopyjobd\n");
         report = fake.placeProgram(LULLWICK_REPORT);
         if (!fake.isValid() || report.isEmpty())
             qFatal("cannot set up the report beside the fake pmset");
@@ -238,11 +239,11 @@ private Q_SLOTS:
             << QByteArray(R"j("Currently blocking: idle system sleep, all system sleep, display sleep.")j");
         QTest::addRow("restart verdict")
             << "restart/verdict" << QByteArray(R"j("Found a likely cause that’s holding up a restart.")j");
-        QTest::addRow("update finding first")
-            << "restart/findings/0" << QByteArray(R"j({"severity": "likely", "source": "Software update",
-                "title": "A system update is installing right now",
-                "detail": "A software updater is holding a lock (softwareupdated). Your computer won’t restart cleanly while an update is mid-install — it wants to finish writing the update first, which can look like a stuck or refused restart.",
-                "action": "Let the update finish in your software updater (GNOME Software, Discover, or the terminal running apt), then restart again."})j");
+        QTest::addRow("shutdown lock finding first")
+            << "restart/findings/0" << QByteArray(R"j({"severity": "likely", "source": "Shutdown locks",
+                "title": "Nightly copy is blocking restart and shutdown: Copying files",
+                "detail": "A program can ask systemd-logind to hold off shutdown until it’s done. While it holds such a lock, choosing Restart in the desktop does nothing — or asks whether to restart anyway — and only a forced restart gets past it. Holding a lock right now:\n\nNightly copy — Copying files (block, copyjobd, PID 4321)",
+                "action": "Let it finish, then restart again. If it’s stuck, quit copyjobd from your system monitor, or with “kill 4321” in a terminal."})j");
     }
     void jsonCarriesTheReading()
     {

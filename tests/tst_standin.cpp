@@ -1,16 +1,24 @@
 #include "Fixtures.h"
 #include "pmset/PMSetService.h"
+#include "restart/InhibitorEvidence.h"
+#include "restart/RestartBlockerService.h"
+#include "restart/ShutdownLockFinding.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
-#include "standin/ProcessNames.h"
+#include "platform/ProcessNames.h"
 #include "standin/TypeWords.h"
 
 #include <QLocalServer>
 #include <QtTest>
+#include <unistd.h>
 
 using namespace lullwick;
 using namespace Qt::StringLiterals;
 using Fixtures::writeFile;
+using Lock = InhibitorEvidence::ShutdownLock;
+using Inhibitor = InhibitorEvidence::LogoutInhibitor;
+
+Q_DECLARE_METATYPE(Lock)
 
 namespace {
 
@@ -261,6 +269,96 @@ private Q_SLOTS:
         for (const SystemWideCount &counter : snapshot.systemWideCounts)
             counted += counter.count;
         QCOMPARE(counted, qint64(held));
+    }
+
+    void restartEvidence_data()
+    {
+        QTest::addColumn<QString>("flag"); // null: the services of initTestCase
+        QTest::addColumn<QList<Lock>>("locks");
+        QTest::addColumn<std::optional<qint64>>("delayLimit");
+        QTest::addRow("a blocking shutdown lock and a logout inhibitor")
+            << QString() << QList<Lock>{{"block", "apt", "Upgrading packages", 0, fakeName}} << std::optional<qint64>();
+        QTest::addRow("a shutdown delay lock, with logind's limit")
+            << u"--delay-shutdown"_s
+            << QList<Lock>{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 0, fakeName}}
+            << std::optional<qint64>(30);
+    }
+    void restartEvidence()
+    {
+        QFETCH(QString, flag);
+        QFETCH(QList<Lock>, locks);
+        QProcess fake, run;
+        if (flag.isNull()) {
+            useBuses(m_system, m_session);
+        } else {
+            useBuses(m_empty, m_empty);
+            QVERIFY(startFake(fake, {flag}) > 0);
+        }
+        const qint64 fakePid = flag.isNull() ? m_fake.processId() : fake.processId();
+        run.start(standin, {"--restart-evidence"});
+        QVERIFY(run.waitForFinished(30000));
+        fake.kill();
+        fake.waitForFinished();
+        QCOMPARE(run.exitCode(), 0);
+        const InhibitorEvidence evidence = InhibitorEvidence::parse(run.readAllStandardOutput());
+        for (Lock &lock : locks)
+            lock.pid = fakePid;
+        QCOMPARE(evidence.shutdownLocks, locks);
+        QTEST(evidence.inhibitDelayMaxSeconds, "delayLimit");
+        // Only the logout-only inhibitor of the three GNOME ones holds up a logout.
+        QCOMPARE(evidence.logoutInhibitors,
+                 (QList<Inhibitor>{{"org.gnome.TextEditor", "Unsaved documents", 0, QString()}}));
+    }
+
+    void restartAnalysisFromTheServices()
+    {
+        useBuses(m_system, m_session);
+        QTemporaryDir root; // holds no update and no package lock
+        RestartBlockerService service(LinuxRestartSources{standin, "/nonexistent/journalctl", root.path()});
+        const RestartAnalysis analysis =
+            service.analyze(std::nullopt, {{"Text Editor", u"org.gnome.TextEditor"_s, 77}}).result();
+        QStringList titles;
+        for (const RestartFinding &finding : analysis.findings)
+            titles.append(finding.title);
+        QCOMPARE(titles, (QStringList{"apt is blocking restart and shutdown: Upgrading packages",
+                                      "Text Editor has unsaved work",
+                                      "1 apps are open and will be asked to quit"}));
+    }
+
+    void realLogindLocks()
+    {
+        // systemd-logind itself, on a private system bus in a mount namespace of the test's own.
+        if (::geteuid() != 0)
+            QSKIP("needs root: the real systemd-logind runs in a private mount namespace");
+        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit", "/usr/bin/unshare",
+                                    "/usr/bin/busctl"}) {
+            if (!QFileInfo(program).isExecutable())
+                QSKIP(qPrintable(QStringLiteral("%1 is not installed").arg(program)));
+        }
+        QTemporaryDir work;
+        qputenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + m_dir.filePath("nowhere")).toUtf8());
+        QProcess rig;
+        rig.start("/usr/bin/unshare", {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG,
+                                       work.path(), standin});
+        QVERIFY(rig.waitForFinished(120000));
+        const QByteArray output = rig.readAllStandardOutput();
+        QVERIFY2(rig.exitCode() == 0, rig.readAllStandardError().constData());
+        const InhibitorEvidence evidence = InhibitorEvidence::parse(output);
+        // logind lists its locks in no particular order.
+        QStringList locks;
+        for (const Lock &lock : evidence.shutdownLocks)
+            locks.append(lock.mode + ": " + lock.who);
+        locks.sort();
+        QCOMPARE(locks, (QStringList{"block: Backup Tool", "delay: Unattended Upgrades Shutdown"}));
+        QCOMPARE(evidence.inhibitDelayMaxSeconds, 5); // logind's default
+        // Each lock is held by a systemd-inhibit for the command it runs, which is the one named.
+        for (const Lock &lock : evidence.shutdownLocks)
+            QVERIFY2(lock.pid > 0 && lock.processName == "sleep", output.constData());
+
+        const std::optional<RestartFinding> finding = ShutdownLockFinding::from(evidence);
+        QVERIFY(finding);
+        QCOMPARE(finding->severity, RestartSeverity::likely);
+        QVERIFY2(finding->title.endsWith("is blocking restart and shutdown: Copying files"), qPrintable(finding->title));
     }
 
     void awkwardTextSurvivesTheReader()

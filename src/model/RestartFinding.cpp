@@ -1,8 +1,17 @@
 #include "model/RestartFinding.h"
 
+#include "model/RandomUuid.h"
+
 #include <QHashFunctions>
 
 namespace lullwick {
+
+RestartFinding RestartFinding::make(RestartSeverity severity, QString source, QString title, QString detail,
+                                    QString advice)
+{
+    return {newRandomUuid(),  severity,          std::move(source),
+            std::move(title), std::move(detail), std::move(advice)};
+}
 
 size_t qHash(const RestartFinding &f, size_t seed) noexcept
 {

@@ -17,6 +17,10 @@ struct RestartFinding {
     QString detail; ///< explanation; may hold line feeds
     std::optional<QString> advice;
 
+    /// A finding with a fresh id.
+    [[nodiscard]] static RestartFinding make(RestartSeverity severity, QString source, QString title,
+                                             QString detail, QString advice);
+
     /// The source text that marks the stall-report finding.
     [[nodiscard]] static QString stallReportSource() { return QStringLiteral("Shutdown stall report"); }
 

@@ -50,6 +50,39 @@ std::optional<QString> decodeUtf8(QByteArrayView bytes)
     return decoded;
 }
 
+QString singleLine(QStringView s, qsizetype maxLength)
+{
+    // Whatever could start a new line, or turn the rest of one around, in a title or a list.
+    const auto breaksTheLine = [](QChar c) {
+        const char16_t u = c.unicode();
+        return c.category() == QChar::Other_Control || u == 0x2028 || u == 0x2029 ||
+               (u >= 0x202A && u <= 0x202E) || (u >= 0x2066 && u <= 0x2069);
+    };
+    QString out;
+    out.reserve(qMin(s.size(), maxLength + 1));
+    bool pendingSpace = false;
+    for (QChar c : s) {
+        if (isBlank(c) || breaksTheLine(c)) {
+            pendingSpace = !out.isEmpty();
+            continue;
+        }
+        if (pendingSpace)
+            out.append(u' ');
+        pendingSpace = false;
+        out.append(c);
+        if (out.size() > maxLength)
+            break;
+    }
+    if (out.size() > maxLength) {
+        out.truncate(maxLength);
+        // Never leave half of a surrogate pair behind.
+        if (!out.isEmpty() && out.back().isHighSurrogate())
+            out.chop(1);
+        out.append(u'…');
+    }
+    return out;
+}
+
 QString escapedControls(QStringView s, QStringView kept)
 {
     const auto isControl = [](char16_t c) { return c < 0x20 || (c >= 0x7f && c <= 0x9f); };

@@ -39,6 +39,11 @@ template <typename Predicate> [[nodiscard]] QStringView trimmedBy(QStringView s,
 /// The bytes decoded as UTF-8, or nothing when they are not valid UTF-8. A byte-order mark is kept.
 [[nodiscard]] std::optional<QString> decodeUtf8(QByteArrayView bytes);
 
+/// Text from outside the program made fit for one line of a finding: control characters, line and
+/// paragraph separators and direction overrides become spaces, runs of blanks one space, the ends
+/// trimmed, and anything past `maxLength` characters replaced by "…".
+[[nodiscard]] QString singleLine(QStringView s, qsizetype maxLength);
+
 /// The text with every control character (C0, DEL, C1) written as a visible escape such as
 /// "\x1b", except those in `kept`: what a terminal or a one-line field can show safely.
 [[nodiscard]] QString escapedControls(QStringView s, QStringView kept = {});

@@ -95,6 +95,18 @@ QStringList Profile::allTexts() const
     texts += QList<QString>(m_restart.verdicts.cbegin(), m_restart.verdicts.cend());
     texts += QList<QString>(m_kindDescriptions.cbegin(), m_kindDescriptions.cend());
     texts += m_otherWordDescriptions.values();
+    const RestartEvidence &e = m_restartEvidence;
+    texts += {e.shutdownLocksSource,   e.unsavedWorkSource,   e.softwareUpdatesSource, e.lastShutdownSource,
+              e.holdersMore,           e.namesAnd,            e.moreLine,              e.andMore,
+              e.processNumber,         e.pidNumber,           e.someProgram,           e.someApp,
+              e.blockingTitle,         e.blockingTitleMany,   e.blockingDetail,        e.blockingAdvice,
+              e.blockingQuit,          e.delayTitle,          e.delayUpTo,             e.delayFewSeconds,
+              e.delayDetail,           e.delayAdvice,         e.unsavedTitle,          e.unsavedTitleMany,
+              e.unsavedDetail,         e.unsavedAdvice,       e.installingTitle,       e.installingDetail,
+              e.installingAdvice,      e.offlineTitle,        e.offlineDetail,         e.offlineAdvice,
+              e.restartRequiredTitle,  e.restartRequiredDetail, e.restartRequiredPackages,
+              e.restartRequiredAdvice, e.lastShutdownTitle,   e.lastShutdownUnitTitle, e.lastShutdownDetail,
+              e.lastShutdownAdvice};
     for (const SettingsLinkSpec &link : m_links)
         texts += link.label;
     if (m_fixedViewer)

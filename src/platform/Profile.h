@@ -84,6 +84,41 @@ public:
     [[nodiscard]] const Summary &summary() const { return m_summary; }
     [[nodiscard]] const Details &details() const { return m_details; }
     [[nodiscard]] const Restart &restart() const { return m_restart; }
+    /// The restart findings that only a Linux system gives (shutdown locks, apps with unsaved work,
+    /// software updates, the last shutdown); empty on macOS. %1, %2, %3 are filled in as noted.
+    struct RestartEvidence {
+        QString shutdownLocksSource, unsavedWorkSource, softwareUpdatesSource, lastShutdownSource;
+        QString holdersMore;   ///< %1: the first holder, %2: how many more
+        QString namesAnd;      ///< %1: names, %2: the last name
+        QString moreLine;      ///< the last line of a list cut short; %1: how many more
+        QString andMore;       ///< %1: how many more
+        QString processNumber; ///< a process known only by its PID, %1
+        QString pidNumber;     ///< %1: a PID
+        QString someProgram, someApp;
+        QString blockingTitle, blockingTitleMany; ///< %1: the holders
+        QString blockingDetail;
+        QString blockingAdvice;
+        QString blockingQuit; ///< %1: the process, %2: its PID
+        QString delayTitle;   ///< %1: the holders, %2: delayUpTo or delayFewSeconds
+        QString delayUpTo;    ///< %1: seconds
+        QString delayFewSeconds;
+        QString delayDetail; ///< %1: delayUpTo or delayFewSeconds
+        QString delayAdvice;
+        QString unsavedTitle, unsavedTitleMany; ///< %1: the apps
+        QString unsavedDetail, unsavedAdvice;
+        QString installingTitle;  ///< %1: the process
+        QString installingDetail; ///< %1: the lock file, %2: the process, %3: its PID
+        QString installingAdvice;
+        QString offlineTitle, offlineDetail, offlineAdvice;
+        QString restartRequiredTitle, restartRequiredDetail;
+        QString restartRequiredPackages; ///< follows the detail when the packages are known
+        QString restartRequiredAdvice;
+        QString lastShutdownTitle;     ///< %1: the process, %2: its unit
+        QString lastShutdownUnitTitle; ///< %1: the unit, when no process is named
+        QString lastShutdownDetail;
+        QString lastShutdownAdvice; ///< %1: the process or unit
+    };
+    [[nodiscard]] const RestartEvidence &restartEvidence() const { return m_restartEvidence; }
     /// The command-line report's one-line description of itself.
     [[nodiscard]] const QString &reportDescription() const { return m_reportDescription; }
 
@@ -132,6 +167,7 @@ private:
     Summary m_summary;
     Details m_details;
     Restart m_restart;
+    RestartEvidence m_restartEvidence;
     QString m_reportDescription;
     std::array<QString, 21> m_kindDescriptions;
     QHash<QString, QString> m_otherWordDescriptions; ///< type words only this system's tool writes

@@ -25,6 +25,11 @@ inline QString spindump()
 {
     return Profile::current().spindump();
 }
+/// The system journal's reader, for the last shutdown on Linux.
+inline QString journalctl()
+{
+    return QStringLiteral("/usr/bin/journalctl");
+}
 /// Where the system leaves shutdown stall reports.
 inline QString diagnosticReports()
 {

@@ -1,6 +1,5 @@
 #include "restart/RestartBlockerService.h"
 
-#include "model/RandomUuid.h"
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
 #include "platform/Profile.h"
@@ -29,13 +28,6 @@ bool containsAny(QStringView text, const auto &needles)
                        [text](QStringView needle) { return text.contains(needle); });
 }
 
-RestartFinding makeFinding(RestartSeverity severity, QString source, QString title, QString detail,
-                           QString advice)
-{
-    return {newRandomUuid(),  severity,          std::move(source),
-            std::move(title), std::move(detail), std::move(advice)};
-}
-
 /// A case-insensitive collator in the user's locale. Under C or POSIX (LANG=C.UTF-8 on build
 /// machines) Qt's collator compares code points, which puts "Zed" before "Éclair"; the names
 /// are then ordered by the root collation rules that English uses unchanged.
@@ -56,6 +48,10 @@ RestartBlockerService::RestartBlockerService(QString logPath, QString spindumpPa
       m_reportsDir(std::move(reportsDir))
 {}
 
+RestartBlockerService::RestartBlockerService(LinuxRestartSources linuxSources)
+    : m_linux(std::move(linuxSources))
+{}
+
 RestartBlockerService::~RestartBlockerService() = default;
 
 std::optional<QString> RestartBlockerService::mostRecentStallReport() const
@@ -74,14 +70,20 @@ QFuture<std::optional<QString>> RestartBlockerService::decodeStallReport(QString
 QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<AssertionsSnapshot> assertions,
                                                         QList<RunningAppInfo> runningApps)
 {
-    return m_worker.run([logPath = m_logPath, reportsDir = m_reportsDir, assertions = std::move(assertions),
+    return m_worker.run([logPath = m_logPath, reportsDir = m_reportsDir, linuxSources = m_linux,
+                         assertions = std::move(assertions),
                          runningApps = std::move(runningApps)](const std::atomic<bool> &stop) {
         QList<RestartFinding> findings;
-        findings += updateFindings(assertions);
-        findings += loginwindowFindings(logPath, stop);
-        const std::optional<QString> stallReport = StallReports::mostRecent(reportsDir);
-        if (stallReport)
-            findings.append(StallReports::finding(*stallReport));
+        std::optional<QString> stallReport;
+        if (linuxSources) {
+            findings += linuxSources->findings(runningApps, stop);
+        } else {
+            findings += updateFindings(assertions);
+            findings += loginwindowFindings(logPath, stop);
+            stallReport = StallReports::mostRecent(reportsDir);
+            if (stallReport)
+                findings.append(StallReports::finding(*stallReport));
+        }
         findings += runningAppFindings(runningApps);
         // Stable: findings of equal severity stay in the order of their sources.
         std::stable_sort(
@@ -108,7 +110,7 @@ RestartBlockerService::updateFindings(const std::optional<AssertionsSnapshot> &a
     if (names.isEmpty())
         return {};
     const Profile::Restart &texts = Profile::current().restart();
-    return {makeFinding(RestartSeverity::likely, QStringLiteral("Software update"), texts.updateTitle,
+    return {RestartFinding::make(RestartSeverity::likely, QStringLiteral("Software update"), texts.updateTitle,
                         texts.updateDetail.arg(names.join(u", ")), texts.updateAdvice)};
 }
 
@@ -147,7 +149,7 @@ QList<RestartFinding> RestartBlockerService::loginwindowFindings(const QString &
     if (kept.size() > 4)
         kept = kept.sliced(kept.size() - 4);
     return {
-        makeFinding(RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
+        RestartFinding::make(RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
                     QStringLiteral("loginwindow logged an interrupted quit or restart"),
                     QStringLiteral("While orchestrating a recent restart or logout, loginwindow recorded the "
                                    "following. An app named here is a strong candidate for what blocked the "
@@ -170,7 +172,7 @@ QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<Runn
     std::stable_sort(names.begin(), names.end(),
                      [&collator](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
     return {
-        makeFinding(RestartSeverity::info, QStringLiteral("Running apps"),
+        RestartFinding::make(RestartSeverity::info, QStringLiteral("Running apps"),
                     QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
                     Profile::current().restart().runningAppsDetail + names.join(u", "),
                     QStringLiteral("If restart hangs with nothing flagged above, click through these apps "

@@ -5,6 +5,7 @@
 #include "model/RunningAppInfo.h"
 #include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
+#include "restart/LinuxRestartSources.h"
 
 #include <QFuture>
 #include <QList>
@@ -20,12 +21,17 @@ public:
     explicit RestartBlockerService(QString logPath = ToolPaths::log(),
                                    QString spindumpPath = ToolPaths::spindump(),
                                    QString reportsDir = ToolPaths::diagnosticReports());
+    /// The Linux program's service: it reads systemd-logind, the desktop session, the package
+    /// manager and the system journal instead of the macOS sources.
+    explicit RestartBlockerService(LinuxRestartSources linuxSources);
     /// Ends the child under way and drops the requests queued behind it; never waits for a tool.
     ~RestartBlockerService();
     Q_DISABLE_COPY_MOVE(RestartBlockerService)
 
     /// Consults the software update, loginwindow, stall report and running-apps sources, in that
-    /// order, and ranks what they found, most severe first. Never fails; a failing source adds nothing.
+    /// order (on Linux: shutdown locks, apps with unsaved work, software updates, the last shutdown
+    /// and running apps), and ranks what they found, most severe first. Never fails; a failing
+    /// source adds nothing.
     [[nodiscard]] QFuture<RestartAnalysis> analyze(std::optional<AssertionsSnapshot> assertions,
                                                    QList<RunningAppInfo> runningApps);
     /// Decodes the stall report at `path` with spindump and names the process that hung, if it can.
@@ -46,6 +52,7 @@ private:
     const QString m_logPath;
     const QString m_spindumpPath;
     const QString m_reportsDir;
+    const std::optional<LinuxRestartSources> m_linux;
     SerialWorker m_worker; // last member: destroyed first, while the paths are still alive
 };
 

@@ -1,6 +1,7 @@
 #include "restart/RestartModel.h"
 
 #include "pmset/PMSetService.h"
+#include "platform/Profile.h"
 #include "restart/RestartBlockerService.h"
 
 #include <QCoroFuture>
@@ -8,12 +9,26 @@
 
 namespace lullwick {
 
+namespace {
+
+/// The evidence service of the current profile. On Linux the pmset stand-in also answers for the
+/// session's locks and inhibitors; the macOS tools are not there.
+std::unique_ptr<RestartBlockerService> evidenceService(const QString &pmsetPath, QString logPath,
+                                                       QString spindumpPath, QString reportsDir)
+{
+    if (Profile::current().system() == Profile::System::Linux)
+        return std::make_unique<RestartBlockerService>(LinuxRestartSources{pmsetPath});
+    return std::make_unique<RestartBlockerService>(std::move(logPath), std::move(spindumpPath),
+                                                   std::move(reportsDir));
+}
+
+} // namespace
+
 RestartModel::RestartModel(RunningAppsProvider provider, QString pmsetPath, QString logPath,
                            QString spindumpPath, QString reportsDir, QObject *parent)
     : QObject(parent), m_provider(std::move(provider)),
-      m_pmset(std::make_unique<PMSetService>(std::move(pmsetPath))),
-      m_service(std::make_unique<RestartBlockerService>(std::move(logPath), std::move(spindumpPath),
-                                                        std::move(reportsDir)))
+      m_pmset(std::make_unique<PMSetService>(pmsetPath)),
+      m_service(evidenceService(pmsetPath, std::move(logPath), std::move(spindumpPath), std::move(reportsDir)))
 {}
 
 RestartModel::~RestartModel() = default;

@@ -28,21 +28,17 @@ GnomeSessionSource::GnomeSessionSource(QDBusConnection sessionBus, ProcessNames 
     : m_bus(std::move(sessionBus)), m_names(std::move(names))
 {}
 
-SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer deadline) const
+SourceResult<QList<GnomeSessionSource::Inhibitor>> GnomeSessionSource::records(QDeadlineTimer deadline) const
 {
-    using Result = SourceResult<QList<InhibitorLine>>;
+    using Result = SourceResult<QList<Inhibitor>>;
     const BusCall bus(m_bus, service, deadline);
     const SourceResult<QVariantList> list = bus.call(QStringLiteral("/org/gnome/SessionManager"), service,
                                                      QStringLiteral("GetInhibitors"), u"ao");
     if (list.state != list.read)
         return {Result::State(list.state), list.message, {}};
     const auto paths = qdbus_cast<QList<QDBusObjectPath>>(list.value.constFirst());
-    const SourceResult<qint64> holder = bus.ownerPid();
-    if (holder.state != holder.read)
-        return {Result::State(holder.state), holder.message, {}};
-    const QString holderName = m_names.name(holder.value).value_or(service);
 
-    QList<InhibitorLine> lines;
+    QList<Inhibitor> inhibitors;
     for (const QDBusObjectPath &object : paths) {
         const QString path = object.path();
         QVariantList values;
@@ -61,14 +57,7 @@ SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer
         if (gone)
             continue;
 
-        InhibitorLine line;
-        line.pid = holder.value;
-        line.processName = holderName;
-        line.identifier = path;
-        const quint32 flags = values[2].toUInt();
-        line.typeWord = TypeWords::forGnomeFlags(flags);
-        line.reason = values[1].toString();
-
+        Inhibitor inhibitor{path, values[0].toString(), values[1].toString(), values[2].toUInt(), 0};
         // The application's own process is known only when it registered as a client.
         const QString client = qdbus_cast<QDBusObjectPath>(values[3]).path();
         if (!client.isEmpty() && client != u"/") {
@@ -77,12 +66,38 @@ SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer
                          QStringLiteral("GetUnixProcessId"), u"u");
             if (pid.endsSource())
                 return {Result::State(pid.state), pid.message, {}};
-            if (pid.state == pid.read && pid.value.constFirst().toUInt() != 0)
-                line.createdFor = pid.value.constFirst().toUInt();
+            if (pid.state == pid.read)
+                inhibitor.clientPid = pid.value.constFirst().toUInt();
         }
-        if (const QString app = values[0].toString(); !app.isEmpty())
-            line.extras.append(QStringLiteral("Application: ") + app);
-        line.extras.append(QStringLiteral("Inhibits: ") + TypeWords::gnomeFlagNames(flags));
+        inhibitors.append(std::move(inhibitor));
+    }
+    return Result::of(std::move(inhibitors));
+}
+
+SourceResult<QList<InhibitorLine>> GnomeSessionSource::inhibitors(QDeadlineTimer deadline) const
+{
+    using Result = SourceResult<QList<InhibitorLine>>;
+    const SourceResult<QList<Inhibitor>> listed = records(deadline);
+    if (listed.state != listed.read)
+        return {Result::State(listed.state), listed.message, {}};
+    const SourceResult<qint64> holder = BusCall(m_bus, service, deadline).ownerPid();
+    if (holder.state != holder.read)
+        return {Result::State(holder.state), holder.message, {}};
+    const QString holderName = m_names.name(holder.value).value_or(service);
+
+    QList<InhibitorLine> lines;
+    for (const Inhibitor &inhibitor : listed.value) {
+        InhibitorLine line;
+        line.pid = holder.value;
+        line.processName = holderName;
+        line.identifier = inhibitor.path;
+        line.typeWord = TypeWords::forGnomeFlags(inhibitor.flags);
+        line.reason = inhibitor.reason;
+        if (inhibitor.clientPid != 0)
+            line.createdFor = inhibitor.clientPid;
+        if (!inhibitor.appId.isEmpty())
+            line.extras.append(QStringLiteral("Application: ") + inhibitor.appId);
+        line.extras.append(QStringLiteral("Inhibits: ") + TypeWords::gnomeFlagNames(inhibitor.flags));
         lines.append(std::move(line));
     }
     return Result::of(std::move(lines));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "standin/InhibitorLine.h"
-#include "standin/ProcessNames.h"
+#include "platform/ProcessNames.h"
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>

@@ -35,17 +35,26 @@ LogindSource::LogindSource(QDBusConnection systemBus, ProcessNames names, Inhibi
     : m_bus(std::move(systemBus)), m_names(std::move(names)), m_references(std::move(references))
 {}
 
-SourceResult<QList<InhibitorLine>> LogindSource::inhibitors(QDeadlineTimer deadline)
+SourceResult<QList<LogindLock>> LogindSource::locks(QDeadlineTimer deadline) const
 {
-    using Result = SourceResult<QList<InhibitorLine>>;
+    using Result = SourceResult<QList<LogindLock>>;
     const SourceResult<QVariantList> reply =
         BusCall(m_bus, service, deadline).call(path, manager, QStringLiteral("ListInhibitors"), u"a(ssssuu)");
     if (reply.state != reply.read)
         return {Result::State(reply.state), reply.message, {}};
+    return Result::of(locksOf(reply.value.constFirst().value<QDBusArgument>()));
+}
+
+SourceResult<QList<InhibitorLine>> LogindSource::inhibitors(QDeadlineTimer deadline)
+{
+    using Result = SourceResult<QList<InhibitorLine>>;
+    const SourceResult<QList<LogindLock>> listed = locks(deadline);
+    if (listed.state != listed.read)
+        return {Result::State(listed.state), listed.message, {}};
 
     const QDateTime now = QDateTime::currentDateTimeUtc();
     QList<InhibitorLine> lines;
-    for (const LogindLock &lock : locksOf(reply.value.constFirst().value<QDBusArgument>())) {
+    for (const LogindLock &lock : listed.value) {
         InhibitorLine line;
         line.pid = lock.pid;
         // A lock outlives its taker when the taker hands its reference on and exits; who took it

@@ -5,6 +5,7 @@
 #include "standin/KdePolicyAgentSource.h"
 #include "standin/LogindSource.h"
 #include "standin/PowerSettings.h"
+#include "standin/RestartEvidence.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -55,13 +56,21 @@ std::optional<QDBusConnection> connected(QDBusConnection bus, QStringView name, 
 int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStream &err)
 {
     Diagnostics diagnostics(err);
+    const QDeadlineTimer listing(listingLimitMs);
+    if (arguments == QStringList{QStringLiteral("--restart-evidence")}) {
+        // Each source stands alone here: what one could not read leaves the others' lines whole.
+        const auto systemBus = connected(QDBusConnection::systemBus(), u"system", diagnostics);
+        const auto sessionBus = connected(QDBusConnection::sessionBus(), u"session", diagnostics);
+        RestartEvidence::write(
+            systemBus, sessionBus, [&listing] { return sourceDeadline(listing); }, out, err);
+        return 0;
+    }
     const bool assertions = arguments == QStringList{QStringLiteral("-g"), QStringLiteral("assertions")};
     if (!assertions && arguments != QStringList{QStringLiteral("-g")}) {
-        err << "usage: lullwick-pmset -g [assertions]" << Qt::endl;
+        err << "usage: lullwick-pmset -g [assertions] | --restart-evidence" << Qt::endl;
         return 2;
     }
 
-    const QDeadlineTimer listing(listingLimitMs);
     QString text;
     const auto systemBus = connected(QDBusConnection::systemBus(), u"system", diagnostics);
     if (assertions) {

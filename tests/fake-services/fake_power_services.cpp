@@ -4,6 +4,7 @@
 // lock is held by a child named systemd-inhibit, which runs a child named rsync.
 // --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors;
 // --silent-gnome never answers the session manager's calls; --slow-gnome answers each after 0.4 s.
+// --delay-shutdown holds two delay locks instead of the usual locks, and sets a 30 s delay limit.
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -119,6 +120,11 @@ int main(int argc, char *argv[])
     a[login1 + " ListInhibitors"] =
         args.contains("--malformed-logind")
             ? QVariant(QStringLiteral("nonsense"))
+        : args.contains("--delay-shutdown")
+            ? QVariant::fromValue(QList<Lock>{
+                  {"shutdown", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", "delay", 0, self},
+                  {"sleep", "NetworkManager", "NetworkManager needs to turn off networks", "delay", 0, self},
+              })
             : QVariant::fromValue(QList<Lock>{
                   {"idle", "GNOME Shell", "Playing video", "block", 1000, self},
                   {"sleep", "Backup", "Copying \"photos\" to Bücher – 東京", "block", 0, self},
@@ -128,10 +134,13 @@ int main(int argc, char *argv[])
                   {"idle", "rsync -a /home /backup", "Nightly backup", "block", 0, uint(inhibit)},
                   {"sleep", "Updater", "Weak\rhold", "block-weak", 0, self},
               });
-    a[login1 + " GetAll"] = QVariantMap{{"IdleAction", "lock"},
-                                        {"IdleActionUSec", qulonglong(1800000000)},
-                                        {"HandleLidSwitch", "suspend"},
-                                        {"IdleHint", false}};
+    QVariantMap settings{{"IdleAction", "lock"},
+                         {"IdleActionUSec", qulonglong(1800000000)},
+                         {"HandleLidSwitch", "suspend"},
+                         {"IdleHint", false}};
+    if (args.contains("--delay-shutdown"))
+        settings.insert("InhibitDelayMaxUSec", qulonglong(30000000));
+    a[login1 + " GetAll"] = settings;
 
     const QString gsm = QStringLiteral("/org/gnome/SessionManager");
     a[gsm + " GetInhibitors"] =

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 FakeToolDir::FakeToolDir()
 {
     m_valid = m_dir.isValid();
-    for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s})
+    for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s, u"journalctl"_s})
         m_valid =
             m_valid && QFile::link(QStringLiteral(LULLWICK_FAKE_TOOLS_DIR "/") + tool, m_dir.filePath(tool));
 }
@@ -44,7 +44,7 @@ void FakeToolDir::setProcessTable(const QHash<qint64, QString> &table) const
 QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
 {
     QList<Call> calls = toolCalls();
-    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump"; });
+    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump" || c.call == u"journalctl"; });
     return calls;
 }
 

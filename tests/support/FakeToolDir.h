@@ -12,8 +12,8 @@
 
 class QProcess;
 
-/// A temporary folder holding links to the fake pmset, ps, log and spindump, and the files that
-/// script them.
+/// A temporary folder holding links to the fake pmset, ps, log, spindump and journalctl, and the
+/// files that script them.
 class FakeToolDir {
 public:
     FakeToolDir();
@@ -24,9 +24,11 @@ public:
     [[nodiscard]] QString psPath() const { return m_dir.filePath(QStringLiteral("ps")); }
     [[nodiscard]] QString logPath() const { return m_dir.filePath(QStringLiteral("log")); }
     [[nodiscard]] QString spindumpPath() const { return m_dir.filePath(QStringLiteral("spindump")); }
+    [[nodiscard]] QString journalctlPath() const { return m_dir.filePath(QStringLiteral("journalctl")); }
 
     // `call` is "assertions" (pmset -g assertions), "settings" (pmset -g), "log" (the loginwindow
-    // query; it fails unless given an output) or "spindump" (its output is the decoded text it writes).
+    // query; it fails unless given an output), "spindump" (its output is the decoded text it writes) or
+    // "journalctl" (the previous boot's entries; it fails unless given an output).
     void setOutput(const QString &call, const QByteArray &bytes) const { write(call + ".out", bytes); }
     void setOutputFromFixture(const QString &call, const QString &fixture) const
     {

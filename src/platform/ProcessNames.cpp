@@ -1,4 +1,4 @@
-#include "standin/ProcessNames.h"
+#include "platform/ProcessNames.h"
 
 #include <QDir>
 #include <QFile>

@@ -5,7 +5,7 @@
 
 namespace lullwick {
 
-/// Names of running processes, read from /proc.
+/// Names of running processes, read from /proc (where there is none, no process has a name).
 class ProcessNames {
 public:
     explicit ProcessNames(QString procDirectory = QStringLiteral("/proc"));

@@ -1,0 +1,487 @@
+#include "FakeToolDir.h"
+#include "Fixtures.h"
+#include "restart/InhibitorEvidence.h"
+#include "restart/LastShutdownFinding.h"
+#include "restart/RestartBlockerService.h"
+#include "restart/ShutdownLockFinding.h"
+#include "restart/SoftwareUpdateFinding.h"
+#include "restart/UnsavedWorkFinding.h"
+
+#include <QtTest>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace lullwick;
+using namespace Qt::StringLiterals;
+using Lock = InhibitorEvidence::ShutdownLock;
+using Inhibitor = InhibitorEvidence::LogoutInhibitor;
+using Fixtures::writeFile;
+
+Q_DECLARE_METATYPE(InhibitorEvidence)
+Q_DECLARE_METATYPE(Inhibitor)
+
+namespace {
+
+const std::atomic<bool> keepGoing{false};
+
+/// The lines a finding's detail lists after its lead paragraph.
+QStringList listedLines(const RestartFinding &finding)
+{
+    return finding.detail.sliced(finding.detail.indexOf(u"\n\n") + 2).split(u'\n');
+}
+
+/// Neither a title nor a listed line may hold anything that starts a line or a second finding.
+bool isClean(const RestartFinding &finding)
+{
+    const auto hasControl = [](const QString &s) {
+        return std::any_of(s.cbegin(), s.cend(), [](QChar c) { return c.category() == QChar::Other_Control; });
+    };
+    QStringList parts = listedLines(finding);
+    parts << finding.title << finding.source << finding.advice.value_or(QString());
+    return std::none_of(parts.cbegin(), parts.cend(), hasControl);
+}
+
+/// A process that holds a POSIX write lock on `path` (taken with fcntl) and calls itself `name`,
+/// until it is killed.
+class LockHolder {
+public:
+    LockHolder(const QString &path, const char *name)
+    {
+        int ready[2];
+        if (::pipe(ready) != 0)
+            return;
+        const QByteArray nativePath = QFile::encodeName(path);
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            // Only async-signal-safe calls between fork and _exit.
+            ::prctl(PR_SET_NAME, name);
+            const int fd = ::open(nativePath.constData(), O_RDWR | O_CREAT, 0640);
+            struct flock lock = {};
+            lock.l_type = F_WRLCK;
+            lock.l_whence = SEEK_SET;
+            const char ok = fd >= 0 && ::fcntl(fd, F_SETLK, &lock) == 0 ? '1' : '0';
+            [[maybe_unused]] const ssize_t written = ::write(ready[1], &ok, 1);
+            for (;;)
+                ::pause();
+        }
+        ::close(ready[1]);
+        char ok = '0';
+        m_locked = m_pid > 0 && ::read(ready[0], &ok, 1) == 1 && ok == '1';
+        ::close(ready[0]);
+    }
+    ~LockHolder()
+    {
+        if (m_pid > 0) {
+            ::kill(m_pid, SIGKILL);
+            ::waitpid(m_pid, nullptr, 0);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(LockHolder)
+
+    [[nodiscard]] bool locked() const { return m_locked; }
+    [[nodiscard]] qint64 pid() const { return m_pid; }
+
+private:
+    pid_t m_pid = -1;
+    bool m_locked = false;
+};
+
+/// A stand-in for lullwick-pmset that answers the restart-evidence question with `lines`.
+QString writeStandin(const QString &dir, const QByteArray &lines)
+{
+    const QString path = dir + QStringLiteral("/lullwick-pmset");
+    writeFile(path, "#!/bin/sh\n[ \"$*\" = --restart-evidence ] || exit 64\ncat <<'END'\n" + lines + "END\n");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+}
+
+} // namespace
+
+class TestLinuxRestart : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void evidenceLines_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<InhibitorEvidence>("expected");
+        const QByteArray lock = "shutdown-lock\tblock\tBackup\tCopying files\t812\tborg\n";
+        const Lock backup{"block", "Backup", "Copying files", 812, "borg"};
+        QTest::addRow("every kind of record")
+            << lock + "inhibit-delay-max\t30\nlogout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n"
+            << InhibitorEvidence{{backup}, 30, {{"org.gnome.TextEditor", "Unsaved documents", 0, ""}}};
+        QTest::addRow("wrong field counts and unknown kinds are skipped")
+            << "shutdown-lock\tblock\tBackup\n" + lock + "shutdown-lock\tblock\tA\tB\t1\tc\textra\nsleep-lock\tx\n"
+            << InhibitorEvidence{{backup}, {}, {}};
+        QTest::addRow("a PID that is not a positive number is unknown")
+            << QByteArray("shutdown-lock\tdelay\tA\tB\t-4\ta\nshutdown-lock\tdelay\tC\tD\t12x\tc\n")
+            << InhibitorEvidence{{{"delay", "A", "B", 0, "a"}, {"delay", "C", "D", 0, "c"}}, {}, {}};
+        QTest::addRow("control characters and direction overrides become spaces")
+            << QByteArray("shutdown-lock\tblock\tevil\x1b[31m\r\xe2\x80\xae\tsay\x0bhi\t5\tx\n")
+            << InhibitorEvidence{{{"block", "evil [31m", "say hi", 5, "x"}}, {}, {}};
+        QTest::addRow("invalid UTF-8 keeps the rest of the record")
+            << QByteArray("logout-inhibitor\tcaf\xe9\tUnsaved\t7\tgedit\n")
+            << InhibitorEvidence{{}, {}, {{"caf\uFFFD", "Unsaved", 7, "gedit"}}};
+        QTest::addRow("a huge field is cut short")
+            << "logout-inhibitor\tapp\t" + QByteArray(100000, 'x') + "\t0\t\n"
+            << InhibitorEvidence{{}, {}, {{"app", QString(200, u'x') + u'…', 0, ""}}};
+        QTest::addRow("a delay limit that is not a count is ignored")
+            << QByteArray("inhibit-delay-max\t-5\ninhibit-delay-max\t5s\n") << InhibitorEvidence();
+    }
+    void evidenceLines()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(InhibitorEvidence, expected);
+        const InhibitorEvidence read = InhibitorEvidence::parse(output);
+        QCOMPARE(read.shutdownLocks, expected.shutdownLocks);
+        QCOMPARE(read.inhibitDelayMaxSeconds, expected.inhibitDelayMaxSeconds);
+        QCOMPARE(read.logoutInhibitors, expected.logoutInhibitors);
+    }
+
+    void writtenLineReadsBack()
+    {
+        const QString line = InhibitorEvidence::line(
+            {"shutdown-lock", "block", "two\nlines\tand a tab", "why\r\n", "42", "name"});
+        QCOMPARE(line.count(u'\n'), 1);
+        const InhibitorEvidence read = InhibitorEvidence::parse(line.toUtf8());
+        QCOMPARE(read.shutdownLocks, (QList<Lock>{{"block", "two lines and a tab", "why", 42, "name"}}));
+    }
+
+    void shutdownLocks_data()
+    {
+        QTest::addColumn<InhibitorEvidence>("evidence");
+        QTest::addColumn<int>("severity"); // 0: no finding
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<int>("listed");
+        const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
+        const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640, "upgrade-helper"};
+        QTest::addRow("a block lock is likely and names its holder")
+            << InhibitorEvidence{{backup}, 5, {}} << 3
+            << "Backup Tool is blocking restart and shutdown: Copying files" << 1;
+        QTest::addRow("block-weak holds off a desktop restart too")
+            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}} << 3
+            << "Sync is blocking restart and shutdown" << 1;
+        QTest::addRow("several block locks: the first named, the delay lock listed too")
+            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}} << 3
+            << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3;
+        QTest::addRow("delay locks only are context, with logind's limit")
+            << InhibitorEvidence{{upgrades}, 30, {}} << 1
+            << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1;
+        QTest::addRow("delay without a known limit")
+            << InhibitorEvidence{{upgrades, upgrades}, {}, {}} << 1
+            << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2;
+        QTest::addRow("a name that looks like a placeholder stays as it is")
+            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}} << 3
+            << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2;
+        QTest::addRow("a holder without a name is called by its process")
+            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}} << 3
+            << "weird-daemon is blocking restart and shutdown" << 1;
+        QTest::addRow("a mode logind does not have is no lock") << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}}
+                                                         << 0 << QString() << 0;
+        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}} << 0 << QString() << 0;
+    }
+    void shutdownLocks()
+    {
+        QFETCH(InhibitorEvidence, evidence);
+        QFETCH(int, severity);
+        QFETCH(int, listed);
+        const std::optional<RestartFinding> finding = ShutdownLockFinding::from(evidence);
+        QCOMPARE(finding.has_value(), severity != 0);
+        if (!finding)
+            return;
+        QCOMPARE(rawValue(finding->severity), severity);
+        QTEST(finding->title, "title");
+        QCOMPARE(finding->source, "Shutdown locks");
+        QCOMPARE(listedLines(*finding).size(), listed);
+        QVERIFY(finding->advice);
+    }
+
+    void catalogTellsTheHolders()
+    {
+        // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
+        const InhibitorEvidence evidence{{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
+                                           "unattended-upgr"}},
+                                         5,
+                                         {}};
+        const RestartFinding finding = *ShutdownLockFinding::from(evidence);
+        QCOMPARE(finding.title, "Unattended Upgrades Shutdown will delay a restart by up to 5 s");
+        QCOMPARE(listedLines(finding), QStringList{"Unattended upgrades will finish before shutdown — Stop ongoing "
+                                                   "upgrades (delay, unattended-upgr, PID 640)"});
+    }
+
+    void blockingAdviceSaysHowToQuit()
+    {
+        const InhibitorEvidence evidence{{{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}};
+        const RestartFinding finding = *ShutdownLockFinding::from(evidence);
+        QVERIFY2(finding.advice->contains("quit borg") && finding.advice->contains("“kill 812”"),
+                 qPrintable(*finding.advice));
+        QCOMPARE(listedLines(finding), QStringList{"Backup Tool — Copying files (block, borg, PID 812)"});
+    }
+
+    void unsavedWork_data()
+    {
+        QTest::addColumn<QList<Inhibitor>>("inhibitors");
+        QTest::addColumn<QString>("title"); // null: no finding
+        const Inhibitor editor{"org.gnome.TextEditor", "Unsaved documents", 0, ""};
+        QTest::addRow("named by the running app with its id")
+            << QList<Inhibitor>{editor} << u"Text Editor has unsaved work"_s;
+        QTest::addRow("named by the running app with its process")
+            << QList<Inhibitor>{{"", "", 4200, "libreoffice"}} << u"LibreOffice Writer has unsaved work"_s;
+        QTest::addRow("an app that is not running keeps its id, or its process name")
+            << QList<Inhibitor>{{"org.example.Notes", "", 0, ""}, {"", "Busy", 99, "blender"}}
+            << u"org.example.Notes and blender have unsaved work"_s;
+        QTest::addRow("one app with two inhibitors is named once")
+            << QList<Inhibitor>{editor, editor, {"a", "", 0, ""}, {"b", "", 0, ""}, {"c", "", 0, ""}}
+            << u"Text Editor, a and 2 more have unsaved work"_s;
+        QTest::addRow("none") << QList<Inhibitor>{} << QString();
+    }
+    void unsavedWork()
+    {
+        QFETCH(QList<Inhibitor>, inhibitors);
+        QFETCH(QString, title);
+        const QList<RunningAppInfo> running{{"LibreOffice Writer", u"libreoffice-writer"_s, 4200},
+                                            {"Text Editor", u"org.gnome.TextEditor"_s, 5100}};
+        const std::optional<RestartFinding> finding =
+            UnsavedWorkFinding::from(InhibitorEvidence{{}, {}, inhibitors}, running);
+        QCOMPARE(finding ? finding->title : QString(), title);
+        if (!finding)
+            return;
+        QCOMPARE(finding->severity, RestartSeverity::likely);
+        QCOMPARE(listedLines(*finding).size(), inhibitors.size());
+    }
+
+    void softwareUpdates_data()
+    {
+        QTest::addColumn<QStringList>("files"); // below the root; "->" makes a link to nowhere
+        QTest::addColumn<bool>("lockHeld");
+        QTest::addColumn<int>("severity"); // 0: no finding
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("listed"); // the detail's list, if any
+        QTest::addRow("nothing pending") << QStringList{"var/lib/dpkg/lock-frontend"} << false << 0 << QString()
+                                         << QString();
+        QTest::addRow("installed updates want a restart, packages once each")
+            << QStringList{"run/reboot-required", "run/reboot-required.pkgs"} << false << 1
+            << u"Installed updates are waiting for a restart"_s << u"linux-image-6.1.0-28-amd64, libc6 x"_s;
+        QTest::addRow("an offline update is staged, even behind a dangling link")
+            << QStringList{"system-update->", "run/reboot-required"} << false << 2
+            << u"An update will be installed during the next restart"_s << QString();
+        QTest::addRow("the package manager's lock is held by a running apt")
+            << QStringList{"system-update->", "run/reboot-required"} << true << 3
+            << u"apt is installing or removing software right now"_s << QString();
+    }
+    void softwareUpdates()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(bool, lockHeld);
+        QFETCH(int, severity);
+        QFETCH(QString, listed);
+        QTemporaryDir root;
+        QVERIFY(QDir(root.path()).mkpath("var/lib/dpkg") && QDir(root.path()).mkpath("run"));
+        for (const QString &file : files) {
+            if (file.endsWith("->"))
+                QVERIFY(QFile::link(root.filePath("nowhere"), root.filePath(file.chopped(2))));
+            else
+                writeFile(root.filePath(file), "linux-image-6.1.0-28-amd64\n\nlibc6\x07x\nlinux-image-6.1.0-28-amd64\n");
+        }
+        std::optional<LockHolder> apt;
+        if (lockHeld) {
+            apt.emplace(root.filePath("var/lib/dpkg/lock-frontend"), "apt");
+            QVERIFY(apt->locked());
+        }
+        const std::optional<RestartFinding> finding = SoftwareUpdateFinding::from(root.path());
+        QCOMPARE(finding.has_value(), severity != 0);
+        if (!finding)
+            return;
+        QCOMPARE(rawValue(finding->severity), severity);
+        QTEST(finding->title, "title");
+        QCOMPARE(finding->source, "Software updates");
+        if (!listed.isEmpty())
+            QCOMPARE(listedLines(*finding), QStringList{listed});
+        if (lockHeld)
+            QVERIFY2(finding->detail.contains(u"(PID %1)"_s.arg(apt->pid())), qPrintable(finding->detail));
+    }
+
+    void lockTable_data()
+    {
+        QTest::addColumn<QByteArray>("table");
+        QTest::addColumn<qint64>("holder");
+        QTest::addRow("a POSIX write lock on the file")
+            << QByteArray("1: FLOCK  ADVISORY  WRITE 88 00:1a:99 0 EOF\n"
+                          "2: POSIX  ADVISORY  WRITE 1234 fd:01:5678 0 EOF\n")
+            << qint64(1234);
+        QTest::addRow("a waiter holds nothing")
+            << QByteArray("2: -> POSIX  ADVISORY  WRITE 77 fd:01:5678 0 EOF\n") << qint64(0);
+        QTest::addRow("an open-file lock names no process")
+            << QByteArray("3: OFDLCK ADVISORY  WRITE -1 fd:01:5678 0 EOF\n") << qint64(0);
+        QTest::addRow("another file on the same device")
+            << QByteArray("2: POSIX  ADVISORY  WRITE 1234 fd:01:56789 0 EOF\n") << qint64(0);
+        QTest::addRow("garbage") << QByteArray("\xff\n: :\n1:\n") << qint64(0);
+    }
+    void lockTable()
+    {
+        QFETCH(QByteArray, table);
+        QTEST(SoftwareUpdateFinding::holderInLockTable(table, 0xfd, 0x01, 5678), "holder");
+    }
+
+    void lockTableNamesARealHolder()
+    {
+        // What a user who may not open the lock file sees: the kernel's table of every lock.
+        QTemporaryDir dir;
+        const QString path = dir.filePath("lock-frontend");
+        const LockHolder holder(path, "unattended-upgr");
+        QVERIFY(holder.locked());
+        struct stat info = {};
+        QVERIFY(::stat(QFile::encodeName(path).constData(), &info) == 0);
+        QFile table("/proc/locks");
+        QVERIFY(table.open(QIODevice::ReadOnly));
+        QCOMPARE(SoftwareUpdateFinding::holderInLockTable(table.readAll(), major(info.st_dev), minor(info.st_dev),
+                                                          info.st_ino),
+                 holder.pid());
+        QCOMPARE(SoftwareUpdateFinding::lockHolder(path), holder.pid());
+    }
+
+    void lastShutdown_data()
+    {
+        QTest::addColumn<QString>("fixture");
+        QTest::addColumn<QString>("title"); // null: no finding
+        QTest::addColumn<QStringList>("listed");
+        QTest::addRow("a hung session names the program, not the session")
+            << "journal-hung-session.jsonl" << u"Last shutdown waited for x11vnc (session-2.scope)"_s
+            << QStringList{"session-2.scope: sshd (PID 1401), x11vnc (PID 1523)"};
+        QTest::addRow("a user manager killed with its children names a child")
+            << "journal-user-manager.jsonl" << u"Last shutdown waited for gvfsd-fuse (user@1000.service)"_s
+            << QStringList{"user@1000.service: systemd (PID 1100), (sd-pam) (PID 1101), gvfsd-fuse (PID 1350), "
+                           "pipewire (PID 1362)"};
+        QTest::addRow("a container runtime") << "journal-container-runtime.jsonl"
+                                             << u"Last shutdown waited for dockerd (docker.service)"_s
+                                             << QStringList{"docker.service: dockerd (PID 812), containerd-shim "
+                                                            "(PID 1410), postgres (PID 1433)"};
+        QTest::addRow("a clean shutdown") << "journal-clean-shutdown.jsonl" << QString() << QStringList();
+    }
+    void lastShutdown()
+    {
+        QFETCH(QString, fixture);
+        QFETCH(QString, title);
+        FakeToolDir fake;
+        QVERIFY(fake.isValid());
+        fake.setOutputFromFixture("journalctl", fixture);
+        const std::optional<RestartFinding> finding = LastShutdownFinding::read(fake.journalctlPath(), keepGoing);
+        QCOMPARE(finding ? finding->title : QString(), title);
+        if (!finding)
+            return;
+        QCOMPARE(finding->severity, RestartSeverity::possible);
+        QTEST(listedLines(*finding), "listed");
+    }
+
+    void unreadableJournal_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<int>("status");
+        QTest::addRow("no previous boot") << Fixtures::read("journal-hung-session.jsonl") << 1;
+        // Outside the systemd-journal and adm groups journalctl shows the user's own entries only.
+        QTest::addRow("not allowed to read the system journal") << QByteArray() << 0;
+    }
+    void unreadableJournal()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, status);
+        FakeToolDir fake;
+        QVERIFY(fake.isValid());
+        fake.setOutput("journalctl", output);
+        fake.setExitStatus("journalctl", status);
+        QCOMPARE(LastShutdownFinding::read(fake.journalctlPath(), keepGoing), std::nullopt);
+    }
+
+    void hostileJournal_data()
+    {
+        QTest::addColumn<QByteArray>("journal");
+        QTest::addColumn<QString>("title"); // null: no finding
+        // One journal entry as journalctl prints it; `message` may be text, bytes or anything else.
+        const auto entry = [](const QJsonValue &unit, const QJsonValue &message) {
+            QJsonObject object{{"MESSAGE", message}};
+            if (!unit.isNull())
+                object.insert("UNIT", unit);
+            return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+        };
+        const QByteArray timeout = entry("x.service", "x.service: Stopping timed out. Killing.");
+        QTest::addRow("a name that tries to start a second finding")
+            << timeout + entry("x.service", "Killing process 9 (ev\nil\x1b[2J\n[Likely] Fake) with signal SIGKILL.")
+            << u"Last shutdown waited for ev il [2J [Likely] Fake (x.service)"_s;
+        QJsonArray bytes;
+        for (const char c : QByteArray("Killing process 7 (caf\xe9) with signal SIGKILL."))
+            bytes.append(int(uchar(c)));
+        QTest::addRow("a message in bytes that are not UTF-8")
+            << timeout + entry("x.service", bytes) << u"Last shutdown waited for caf\uFFFD (x.service)"_s;
+        QTest::addRow("a huge line is passed over")
+            << entry("x.service", "Stopping timed out. Killing." + QString(200000, u' ')) << QString();
+        QTest::addRow("entries without a unit, or with a message that is no text, say nothing")
+            << entry(QJsonValue(), "Stopping timed out. Killing.") + entry("y.service", 12) +
+                   entry(QJsonArray{"y.service"}, "Stopping timed out. Killing.")
+            << QString();
+        QTest::addRow("lines that are not JSON objects")
+            << QByteArray("not json\n[1,2]\n\x01\x02\xff\n{\"UNIT\":") << QString();
+        QTest::addRow("a kill without a timeout before it names nobody")
+            << entry("x.service", "Killing process 9 (x) with signal SIGKILL.") + timeout
+            << u"Last shutdown waited for x.service"_s;
+        QByteArray many;
+        for (int i = 0; i < 500; ++i)
+            many += entry(u"u%1.service"_s.arg(i), "Stopping timed out.");
+        QTest::addRow("hundreds of hung units") << many << u"Last shutdown waited for u0.service"_s;
+    }
+    void hostileJournal()
+    {
+        QFETCH(QByteArray, journal);
+        QFETCH(QString, title);
+        const std::optional<RestartFinding> finding = LastShutdownFinding::fromJournal(journal);
+        QCOMPARE(finding ? finding->title : QString(), title);
+        if (!finding)
+            return;
+        QVERIFY2(isClean(*finding), qPrintable(finding->detail));
+        QVERIFY2(listedLines(*finding).size() <= 7, qPrintable(finding->detail));
+    }
+
+    void linuxAnalysisRanksEverySource()
+    {
+        FakeToolDir fake;
+        QTemporaryDir root;
+        QVERIFY(fake.isValid() && root.isValid());
+        fake.setOutputFromFixture("journalctl", "journal-hung-session.jsonl");
+        QVERIFY(QDir(root.path()).mkpath("run"));
+        QVERIFY(QFile::link("/var/lib/system-update", root.filePath("system-update")));
+        const QString standin =
+            writeStandin(fake.path(), "shutdown-lock\tdelay\tUnattended Upgrades\tStop upgrades\t640\tunattended-upgr\n"
+                                      "inhibit-delay-max\t30\n"
+                                      "logout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n");
+        RestartBlockerService service(LinuxRestartSources{standin, fake.journalctlPath(), root.path()});
+        const RestartAnalysis analysis =
+            service.analyze(std::nullopt, {{"Text Editor", u"org.gnome.TextEditor"_s, 5100}}).result();
+
+        QStringList sources;
+        for (const RestartFinding &f : analysis.findings)
+            sources.append(f.source);
+        // Unsaved work outranks the delay lock; the two possible ones keep the order they were read in.
+        QCOMPARE(sources, (QStringList{"Apps with unsaved work", "Software updates", "Last shutdown (system journal)",
+                                       "Shutdown locks", "Running apps"}));
+        QVERIFY(!analysis.stallReportPath);
+        QVERIFY2(!analysis.findings.last().detail.contains("macOS"), qPrintable(analysis.findings.last().detail));
+    }
+
+    void linuxAnalysisWithoutItsSources()
+    {
+        // No stand-in, no journal tool, a root with nothing in it: only the running apps are left.
+        QTemporaryDir root;
+        RestartBlockerService service(LinuxRestartSources{"/nonexistent/lullwick-pmset", "/nonexistent/journalctl",
+                                                          root.path()});
+        const RestartAnalysis analysis = service.analyze(std::nullopt, {{"Files", {}, 1}}).result();
+        QCOMPARE(analysis.findings.size(), 1);
+        QCOMPARE(analysis.findings[0].source, "Running apps");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLinuxRestart)
+#include "tst_linuxrestart.moc"
