@@ -39,7 +39,8 @@ QStringList listedLines(const RestartFinding &finding)
 bool isClean(const RestartFinding &finding)
 {
     const auto hasControl = [](const QString &s) {
-        return std::any_of(s.cbegin(), s.cend(), [](QChar c) { return c.category() == QChar::Other_Control; });
+        return std::any_of(s.cbegin(), s.cend(),
+                           [](QChar c) { return c.category() == QChar::Other_Control; });
     };
     QStringList parts = listedLines(finding);
     parts << finding.title << finding.source << finding.advice.value_or(QString());
@@ -113,23 +114,28 @@ private Q_SLOTS:
         const QByteArray lock = "shutdown-lock\tblock\tBackup\tCopying files\t812\tborg\n";
         const Lock backup{"block", "Backup", "Copying files", 812, "borg"};
         QTest::addRow("every kind of record")
-            << lock + "inhibit-delay-max\t30\nlogout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n"
-            << InhibitorEvidence{{backup}, 30, {{"org.gnome.TextEditor", "Unsaved documents", 0, ""}}};
+            << lock +
+                   "inhibit-delay-max\t30\nlogout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n"
+            << InhibitorEvidence{{backup}, 30, {{"org.gnome.TextEditor", "Unsaved documents", 0, ""}}, {}};
         QTest::addRow("wrong field counts and unknown kinds are skipped")
-            << "shutdown-lock\tblock\tBackup\n" + lock + "shutdown-lock\tblock\tA\tB\t1\tc\textra\nsleep-lock\tx\n"
-            << InhibitorEvidence{{backup}, {}, {}};
+            << "shutdown-lock\tblock\tBackup\n" + lock +
+                   "shutdown-lock\tblock\tA\tB\t1\tc\textra\nsleep-lock\tx\n"
+            << InhibitorEvidence{{backup}, {}, {}, {}};
         QTest::addRow("a PID that is not a positive number is unknown")
             << QByteArray("shutdown-lock\tdelay\tA\tB\t-4\ta\nshutdown-lock\tdelay\tC\tD\t12x\tc\n")
-            << InhibitorEvidence{{{"delay", "A", "B", 0, "a"}, {"delay", "C", "D", 0, "c"}}, {}, {}};
+            << InhibitorEvidence{{{"delay", "A", "B", 0, "a"}, {"delay", "C", "D", 0, "c"}}, {}, {}, {}};
         QTest::addRow("control characters and direction overrides become spaces")
             << QByteArray("shutdown-lock\tblock\tevil\x1b[31m\r\xe2\x80\xae\tsay\x0bhi\t5\tx\n")
-            << InhibitorEvidence{{{"block", "evil [31m", "say hi", 5, "x"}}, {}, {}};
+            << InhibitorEvidence{{{"block", "evil [31m", "say hi", 5, "x"}}, {}, {}, {}};
         QTest::addRow("invalid UTF-8 keeps the rest of the record")
             << QByteArray("logout-inhibitor\tcaf\xe9\tUnsaved\t7\tgedit\n")
-            << InhibitorEvidence{{}, {}, {{"caf\uFFFD", "Unsaved", 7, "gedit"}}};
+            << InhibitorEvidence{{}, {}, {{"caf\uFFFD", "Unsaved", 7, "gedit"}}, {}};
         QTest::addRow("a huge field is cut short")
             << "logout-inhibitor\tapp\t" + QByteArray(100000, 'x') + "\t0\t\n"
-            << InhibitorEvidence{{}, {}, {{"app", QString(200, u'x') + u'…', 0, ""}}};
+            << InhibitorEvidence{{}, {}, {{"app", QString(200, u'x') + u'…', 0, ""}}, {}};
+        QTest::addRow("PackageKit transactions")
+            << QByteArray("package-transaction\tupdate-packages\npackage-transaction\n")
+            << InhibitorEvidence{{}, {}, {}, {"update-packages"}};
         QTest::addRow("a delay limit that is not a count is ignored")
             << QByteArray("inhibit-delay-max\t-5\ninhibit-delay-max\t5s\n") << InhibitorEvidence();
     }
@@ -141,6 +147,7 @@ private Q_SLOTS:
         QCOMPARE(read.shutdownLocks, expected.shutdownLocks);
         QCOMPARE(read.inhibitDelayMaxSeconds, expected.inhibitDelayMaxSeconds);
         QCOMPARE(read.logoutInhibitors, expected.logoutInhibitors);
+        QCOMPARE(read.packageTransactions, expected.packageTransactions);
     }
 
     void writtenLineReadsBack()
@@ -159,31 +166,35 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("listed");
         const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
-        const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640, "upgrade-helper"};
+        const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
+                            "upgrade-helper"};
         QTest::addRow("a block lock is likely and names its holder")
-            << InhibitorEvidence{{backup}, 5, {}} << 3
+            << InhibitorEvidence{{backup}, 5, {}, {}} << 3
             << "Backup Tool is blocking restart and shutdown: Copying files" << 1;
         QTest::addRow("block-weak holds off a desktop restart too")
-            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}} << 3
+            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}} << 3
             << "Sync is blocking restart and shutdown" << 1;
         QTest::addRow("several block locks: the first named, the delay lock listed too")
-            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}} << 3
-            << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3;
+            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}},
+                                 5,
+                                 {},
+                                 {}}
+            << 3 << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3;
         QTest::addRow("delay locks only are context, with logind's limit")
-            << InhibitorEvidence{{upgrades}, 30, {}} << 1
+            << InhibitorEvidence{{upgrades}, 30, {}, {}} << 1
             << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1;
         QTest::addRow("delay without a known limit")
-            << InhibitorEvidence{{upgrades, upgrades}, {}, {}} << 1
+            << InhibitorEvidence{{upgrades, upgrades}, {}, {}, {}} << 1
             << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2;
         QTest::addRow("a name that looks like a placeholder stays as it is")
-            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}} << 3
+            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}, {}} << 3
             << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2;
         QTest::addRow("a holder without a name is called by its process")
-            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}} << 3
+            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}} << 3
             << "weird-daemon is blocking restart and shutdown" << 1;
-        QTest::addRow("a mode logind does not have is no lock") << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}}
-                                                         << 0 << QString() << 0;
-        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}} << 0 << QString() << 0;
+        QTest::addRow("a mode logind does not have is no lock")
+            << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}} << 0 << QString() << 0;
+        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}, {}} << 0 << QString() << 0;
     }
     void shutdownLocks()
     {
@@ -204,19 +215,22 @@ private Q_SLOTS:
     void catalogTellsTheHolders()
     {
         // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
-        const InhibitorEvidence evidence{{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
-                                           "unattended-upgr"}},
-                                         5,
-                                         {}};
+        const InhibitorEvidence evidence{
+            {{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640, "unattended-upgr"}},
+            5,
+            {},
+            {}};
         const RestartFinding finding = *ShutdownLockFinding::from(evidence);
         QCOMPARE(finding.title, "Unattended Upgrades Shutdown will delay a restart by up to 5 s");
-        QCOMPARE(listedLines(finding), QStringList{"Unattended upgrades will finish before shutdown — Stop ongoing "
-                                                   "upgrades (delay, unattended-upgr, PID 640)"});
+        QCOMPARE(listedLines(finding),
+                 QStringList{"Unattended upgrades will finish before shutdown — Stop ongoing "
+                             "upgrades (delay, unattended-upgr, PID 640)"});
     }
 
     void blockingAdviceSaysHowToQuit()
     {
-        const InhibitorEvidence evidence{{{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}};
+        const InhibitorEvidence evidence{
+            {{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}, {}};
         const RestartFinding finding = *ShutdownLockFinding::from(evidence);
         QVERIFY2(finding.advice->contains("quit borg") && finding.advice->contains("“kill 812”"),
                  qPrintable(*finding.advice));
@@ -247,7 +261,7 @@ private Q_SLOTS:
         const QList<RunningAppInfo> running{{"LibreOffice Writer", u"libreoffice-writer"_s, 4200},
                                             {"Text Editor", u"org.gnome.TextEditor"_s, 5100}};
         const std::optional<RestartFinding> finding =
-            UnsavedWorkFinding::from(InhibitorEvidence{{}, {}, inhibitors}, running);
+            UnsavedWorkFinding::from(InhibitorEvidence{{}, {}, inhibitors, {}}, running);
         QCOMPARE(finding ? finding->title : QString(), title);
         if (!finding)
             return;
@@ -257,13 +271,14 @@ private Q_SLOTS:
 
     void softwareUpdates_data()
     {
-        QTest::addColumn<QStringList>("files"); // below the root; "->" makes a link to nowhere
+        // Below the root; "->" makes a link to nowhere; "packagekit" is a transaction updating packages.
+        QTest::addColumn<QStringList>("files");
         QTest::addColumn<bool>("lockHeld");
         QTest::addColumn<int>("severity"); // 0: no finding
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("listed"); // the detail's list, if any
-        QTest::addRow("nothing pending") << QStringList{"var/lib/dpkg/lock-frontend"} << false << 0 << QString()
-                                         << QString();
+        QTest::addRow("nothing pending")
+            << QStringList{"var/lib/dpkg/lock-frontend"} << false << 0 << QString() << QString();
         QTest::addRow("installed updates want a restart, packages once each")
             << QStringList{"run/reboot-required", "run/reboot-required.pkgs"} << false << 1
             << u"Installed updates are waiting for a restart"_s << u"linux-image-6.1.0-28-amd64, libc6 x"_s;
@@ -273,6 +288,10 @@ private Q_SLOTS:
         QTest::addRow("the package manager's lock is held by a running apt")
             << QStringList{"system-update->", "run/reboot-required"} << true << 3
             << u"apt is installing or removing software right now"_s << QString();
+        // The row the PackageKit transaction takes: it stands in for the lock's holder.
+        QTest::addRow("a PackageKit transaction outranks a staged update")
+            << QStringList{"system-update->", "packagekit"} << false << 3
+            << u"PackageKit is installing or removing software right now"_s << QString();
     }
     void softwareUpdates()
     {
@@ -282,18 +301,22 @@ private Q_SLOTS:
         QFETCH(QString, listed);
         QTemporaryDir root;
         QVERIFY(QDir(root.path()).mkpath("var/lib/dpkg") && QDir(root.path()).mkpath("run"));
+        InhibitorEvidence evidence;
         for (const QString &file : files) {
-            if (file.endsWith("->"))
+            if (file == u"packagekit")
+                evidence.packageTransactions = {u"update-packages"_s};
+            else if (file.endsWith("->"))
                 QVERIFY(QFile::link(root.filePath("nowhere"), root.filePath(file.chopped(2))));
             else
-                writeFile(root.filePath(file), "linux-image-6.1.0-28-amd64\n\nlibc6\x07x\nlinux-image-6.1.0-28-amd64\n");
+                writeFile(root.filePath(file),
+                          "linux-image-6.1.0-28-amd64\n\nlibc6\x07x\nlinux-image-6.1.0-28-amd64\n");
         }
         std::optional<LockHolder> apt;
         if (lockHeld) {
             apt.emplace(root.filePath("var/lib/dpkg/lock-frontend"), "apt");
             QVERIFY(apt->locked());
         }
-        const std::optional<RestartFinding> finding = SoftwareUpdateFinding::from(root.path());
+        const std::optional<RestartFinding> finding = SoftwareUpdateFinding::from(root.path(), evidence);
         QCOMPARE(finding.has_value(), severity != 0);
         if (!finding)
             return;
@@ -339,62 +362,56 @@ private Q_SLOTS:
         QVERIFY(::stat(QFile::encodeName(path).constData(), &info) == 0);
         QFile table("/proc/locks");
         QVERIFY(table.open(QIODevice::ReadOnly));
-        QCOMPARE(SoftwareUpdateFinding::holderInLockTable(table.readAll(), major(info.st_dev), minor(info.st_dev),
-                                                          info.st_ino),
+        QCOMPARE(SoftwareUpdateFinding::holderInLockTable(table.readAll(), major(info.st_dev),
+                                                          minor(info.st_dev), info.st_ino),
                  holder.pid());
         QCOMPARE(SoftwareUpdateFinding::lockHolder(path), holder.pid());
     }
 
     void lastShutdown_data()
     {
-        QTest::addColumn<QString>("fixture");
+        QTest::addColumn<QByteArray>("journal");
+        QTest::addColumn<int>("status");
         QTest::addColumn<QString>("title"); // null: no finding
         QTest::addColumn<QStringList>("listed");
+        const QByteArray hungSession = Fixtures::read("journal-hung-session.jsonl");
         QTest::addRow("a hung session names the program, not the session")
-            << "journal-hung-session.jsonl" << u"Last shutdown waited for x11vnc (session-2.scope)"_s
+            << hungSession << 0 << u"Last shutdown waited for x11vnc (session-2.scope)"_s
             << QStringList{"session-2.scope: sshd (PID 1401), x11vnc (PID 1523)"};
         QTest::addRow("a user manager killed with its children names a child")
-            << "journal-user-manager.jsonl" << u"Last shutdown waited for gvfsd-fuse (user@1000.service)"_s
-            << QStringList{"user@1000.service: systemd (PID 1100), (sd-pam) (PID 1101), gvfsd-fuse (PID 1350), "
-                           "pipewire (PID 1362)"};
-        QTest::addRow("a container runtime") << "journal-container-runtime.jsonl"
-                                             << u"Last shutdown waited for dockerd (docker.service)"_s
-                                             << QStringList{"docker.service: dockerd (PID 812), containerd-shim "
-                                                            "(PID 1410), postgres (PID 1433)"};
-        QTest::addRow("a clean shutdown") << "journal-clean-shutdown.jsonl" << QString() << QStringList();
+            << Fixtures::read("journal-user-manager.jsonl") << 0
+            << u"Last shutdown waited for gvfsd-fuse (user@1000.service)"_s
+            << QStringList{
+                   "user@1000.service: systemd (PID 1100), (sd-pam) (PID 1101), gvfsd-fuse (PID 1350), "
+                   "pipewire (PID 1362)"};
+        QTest::addRow("a container runtime")
+            << Fixtures::read("journal-container-runtime.jsonl") << 0
+            << u"Last shutdown waited for dockerd (docker.service)"_s
+            << QStringList{
+                   "docker.service: dockerd (PID 812), containerd-shim (PID 1410), postgres (PID 1433)"};
+        QTest::addRow("a clean shutdown")
+            << Fixtures::read("journal-clean-shutdown.jsonl") << 0 << QString() << QStringList();
+        QTest::addRow("no previous boot: journalctl fails") << hungSession << 1 << QString() << QStringList();
+        // Outside the systemd-journal and adm groups journalctl shows the user's own entries only.
+        QTest::addRow("not allowed to read the system journal")
+            << QByteArray() << 0 << QString() << QStringList();
     }
     void lastShutdown()
     {
-        QFETCH(QString, fixture);
+        QFETCH(QByteArray, journal);
+        QFETCH(int, status);
         QFETCH(QString, title);
         FakeToolDir fake;
         QVERIFY(fake.isValid());
-        fake.setOutputFromFixture("journalctl", fixture);
-        const std::optional<RestartFinding> finding = LastShutdownFinding::read(fake.journalctlPath(), keepGoing);
+        fake.setOutput("journalctl", journal);
+        fake.setExitStatus("journalctl", status);
+        const std::optional<RestartFinding> finding =
+            LastShutdownFinding::read(fake.journalctlPath(), keepGoing);
         QCOMPARE(finding ? finding->title : QString(), title);
         if (!finding)
             return;
         QCOMPARE(finding->severity, RestartSeverity::possible);
         QTEST(listedLines(*finding), "listed");
-    }
-
-    void unreadableJournal_data()
-    {
-        QTest::addColumn<QByteArray>("output");
-        QTest::addColumn<int>("status");
-        QTest::addRow("no previous boot") << Fixtures::read("journal-hung-session.jsonl") << 1;
-        // Outside the systemd-journal and adm groups journalctl shows the user's own entries only.
-        QTest::addRow("not allowed to read the system journal") << QByteArray() << 0;
-    }
-    void unreadableJournal()
-    {
-        QFETCH(QByteArray, output);
-        QFETCH(int, status);
-        FakeToolDir fake;
-        QVERIFY(fake.isValid());
-        fake.setOutput("journalctl", output);
-        fake.setExitStatus("journalctl", status);
-        QCOMPARE(LastShutdownFinding::read(fake.journalctlPath(), keepGoing), std::nullopt);
     }
 
     void hostileJournal_data()
@@ -410,7 +427,8 @@ private Q_SLOTS:
         };
         const QByteArray timeout = entry("x.service", "x.service: Stopping timed out. Killing.");
         QTest::addRow("a name that tries to start a second finding")
-            << timeout + entry("x.service", "Killing process 9 (ev\nil\x1b[2J\n[Likely] Fake) with signal SIGKILL.")
+            << timeout +
+                   entry("x.service", "Killing process 9 (ev\nil\x1b[2J\n[Likely] Fake) with signal SIGKILL.")
             << u"Last shutdown waited for ev il [2J [Likely] Fake (x.service)"_s;
         QJsonArray bytes;
         for (const char c : QByteArray("Killing process 7 (caf\xe9) with signal SIGKILL."))
@@ -453,10 +471,10 @@ private Q_SLOTS:
         fake.setOutputFromFixture("journalctl", "journal-hung-session.jsonl");
         QVERIFY(QDir(root.path()).mkpath("run"));
         QVERIFY(QFile::link("/var/lib/system-update", root.filePath("system-update")));
-        const QString standin =
-            writeStandin(fake.path(), "shutdown-lock\tdelay\tUnattended Upgrades\tStop upgrades\t640\tunattended-upgr\n"
-                                      "inhibit-delay-max\t30\n"
-                                      "logout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n");
+        const QString standin = writeStandin(
+            fake.path(), "shutdown-lock\tdelay\tUnattended Upgrades\tStop upgrades\t640\tunattended-upgr\n"
+                         "inhibit-delay-max\t30\n"
+                         "logout-inhibitor\torg.gnome.TextEditor\tUnsaved documents\t0\t\n");
         RestartBlockerService service(LinuxRestartSources{standin, fake.journalctlPath(), root.path()});
         const RestartAnalysis analysis =
             service.analyze(std::nullopt, {{"Text Editor", u"org.gnome.TextEditor"_s, 5100}}).result();
@@ -465,18 +483,19 @@ private Q_SLOTS:
         for (const RestartFinding &f : analysis.findings)
             sources.append(f.source);
         // Unsaved work outranks the delay lock; the two possible ones keep the order they were read in.
-        QCOMPARE(sources, (QStringList{"Apps with unsaved work", "Software updates", "Last shutdown (system journal)",
-                                       "Shutdown locks", "Running apps"}));
+        QCOMPARE(sources, (QStringList{"Apps with unsaved work", "Software updates",
+                                       "Last shutdown (system journal)", "Shutdown locks", "Running apps"}));
         QVERIFY(!analysis.stallReportPath);
-        QVERIFY2(!analysis.findings.last().detail.contains("macOS"), qPrintable(analysis.findings.last().detail));
+        QVERIFY2(!analysis.findings.last().detail.contains("macOS"),
+                 qPrintable(analysis.findings.last().detail));
     }
 
     void linuxAnalysisWithoutItsSources()
     {
         // No stand-in, no journal tool, a root with nothing in it: only the running apps are left.
         QTemporaryDir root;
-        RestartBlockerService service(LinuxRestartSources{"/nonexistent/lullwick-pmset", "/nonexistent/journalctl",
-                                                          root.path()});
+        RestartBlockerService service(
+            LinuxRestartSources{"/nonexistent/lullwick-pmset", "/nonexistent/journalctl", root.path()});
         const RestartAnalysis analysis = service.analyze(std::nullopt, {{"Files", {}, 1}}).result();
         QCOMPARE(analysis.findings.size(), 1);
         QCOMPARE(analysis.findings[0].source, "Running apps");

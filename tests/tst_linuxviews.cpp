@@ -7,6 +7,7 @@
 #include "model/AssertionKind.h"
 #include "platform/Profile.h"
 #include "restart/RestartModel.h"
+#include "restart/RestartView.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryView.h"
@@ -155,6 +156,67 @@ private Q_SLOTS:
     {
         QFETCH(QString, block);
         QTEST(rowTitles(m_view, block), "titles");
+    }
+
+    // The Restart tab with every Linux source speaking, light and dark; the stall report's decode
+    // and reveal buttons belong to the Mac's stall finding only.
+    void restartTabWithLinuxEvidence()
+    {
+        FakeToolDir fake;
+        QTemporaryDir root;
+        QVERIFY(fake.isValid() && root.isValid());
+        fake.setOutputFromFixture(u"assertions"_s, u"inhibitors-linux-desktop.txt"_s);
+        fake.setOutput(
+            u"restart-evidence"_s,
+            "shutdown-lock\tblock\trsync -a /home /media/backup\tNightly backup\t5121\trsync\n"
+            "shutdown-lock\tdelay\tUnattended Upgrades Shutdown\tStop ongoing upgrades or perform "
+            "upgrades before shutdown\t712\tunattended-upgr\n"
+            "inhibit-delay-max\t30\n"
+            "logout-inhibitor\torg.gnome.TextEditor\tThere are unsaved documents\t4001\tgnome-text-edit\n");
+        fake.setOutputFromFixture(u"journalctl"_s, u"journal-hung-session.jsonl"_s);
+        QVERIFY(QFile::link(u"/var/cache/PackageKit/offline-update"_s, root.filePath(u"system-update"_s)));
+        RestartModel model(
+            [] {
+                return QList<RunningAppInfo>{{u"Text Editor"_s, u"org.gnome.TextEditor"_s, 4001},
+                                             {u"Files"_s, u"org.gnome.Nautilus"_s, 4002},
+                                             {u"Firefox"_s, u"firefox-esr"_s, 4003}};
+            },
+            fake.pmsetPath(), LinuxRestartSources{fake.pmsetPath(), fake.journalctlPath(), root.path()});
+        RestartView view(&model);
+        view.resize(760, 1600);
+        view.show();
+        model.analyze();
+        QTRY_VERIFY_WITH_TIMEOUT(model.analysis() && !model.isAnalyzing(), 20'000);
+        QCoreApplication::processEvents();
+
+        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
+        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
+            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
+        });
+        QStringList shown;
+        for (const QLabel *title : titles)
+            shown << title->text();
+        QCOMPARE(
+            shown,
+            (QStringList{u"rsync -a /home /media/backup is blocking restart and shutdown: Nightly backup"_s,
+                         u"Text Editor has unsaved work"_s,
+                         u"An update will be installed during the next restart"_s,
+                         u"Last shutdown waited for x11vnc (session-2.scope)"_s,
+                         u"3 apps are open and will be asked to quit"_s}));
+        QCOMPARE(view.findChild<QLabel *>(u"verdictLabel"_s)->text(),
+                 Profile::current().restart().verdicts[0]);
+        QVERIFY(!view.findChild<QWidget *>(u"stallControls"_s));
+
+        const auto save = [&](const QString &name) {
+            QCoreApplication::processEvents();
+            QVERIFY(
+                static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
+        };
+        save(u"linux-restart-evidence"_s);
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        save(u"linux-restart-evidence-dark"_s);
+        QApplication::setPalette(light);
     }
 
     // The desktop's own settings panels and process viewer; rows open the viewer with the PID.

@@ -77,7 +77,8 @@ struct Rig {
     {
         fake.setOutput("assertions", listing);
         fake.setOutputFromFixture("settings", "settings-typical.txt");
-        fake.setOutput("restart-evidence", "shutdown-lock\tblock\tNightly copy\tCopying files\t4321\tcopyjobd\n");
+        fake.setOutput("restart-evidence",
+                       "shutdown-lock\tblock\tNightly copy\tCopying files\t4321\tcopyjobd\n");
         report = fake.placeProgram(LULLWICK_REPORT);
         if (!fake.isValid() || report.isEmpty())
             qFatal("cannot set up the report beside the fake pmset");

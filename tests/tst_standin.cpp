@@ -1,11 +1,11 @@
 #include "Fixtures.h"
+#include "platform/ProcessNames.h"
 #include "pmset/PMSetService.h"
 #include "restart/InhibitorEvidence.h"
 #include "restart/RestartBlockerService.h"
 #include "restart/ShutdownLockFinding.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
-#include "platform/ProcessNames.h"
 #include "standin/TypeWords.h"
 
 #include <QLocalServer>
@@ -277,7 +277,8 @@ private Q_SLOTS:
         QTest::addColumn<QList<Lock>>("locks");
         QTest::addColumn<std::optional<qint64>>("delayLimit");
         QTest::addRow("a blocking shutdown lock and a logout inhibitor")
-            << QString() << QList<Lock>{{"block", "apt", "Upgrading packages", 0, fakeName}} << std::optional<qint64>();
+            << QString() << QList<Lock>{{"block", "apt", "Upgrading packages", 0, fakeName}}
+            << std::optional<qint64>();
         QTest::addRow("a shutdown delay lock, with logind's limit")
             << u"--delay-shutdown"_s
             << QList<Lock>{{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 0, fakeName}}
@@ -305,6 +306,8 @@ private Q_SLOTS:
             lock.pid = fakePid;
         QCOMPARE(evidence.shutdownLocks, locks);
         QTEST(evidence.inhibitDelayMaxSeconds, "delayLimit");
+        // The package update counts; the cache refresh changes no software.
+        QCOMPARE(evidence.packageTransactions, QStringList{"update-packages"});
         // Only the logout-only inhibitor of the three GNOME ones holds up a logout.
         QCOMPARE(evidence.logoutInhibitors,
                  (QList<Inhibitor>{{"org.gnome.TextEditor", "Unsaved documents", 0, QString()}}));
@@ -322,6 +325,7 @@ private Q_SLOTS:
             titles.append(finding.title);
         QCOMPARE(titles, (QStringList{"apt is blocking restart and shutdown: Upgrading packages",
                                       "Text Editor has unsaved work",
+                                      "PackageKit is installing or removing software right now",
                                       "1 apps are open and will be asked to quit"}));
     }
 
@@ -330,16 +334,16 @@ private Q_SLOTS:
         // systemd-logind itself, on a private system bus in a mount namespace of the test's own.
         if (::geteuid() != 0)
             QSKIP("needs root: the real systemd-logind runs in a private mount namespace");
-        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit", "/usr/bin/unshare",
-                                    "/usr/bin/busctl"}) {
+        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit",
+                                    "/usr/bin/unshare", "/usr/bin/busctl"}) {
             if (!QFileInfo(program).isExecutable())
                 QSKIP(qPrintable(QStringLiteral("%1 is not installed").arg(program)));
         }
         QTemporaryDir work;
         qputenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + m_dir.filePath("nowhere")).toUtf8());
         QProcess rig;
-        rig.start("/usr/bin/unshare", {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG,
-                                       work.path(), standin});
+        rig.start("/usr/bin/unshare",
+                  {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG, work.path(), standin});
         QVERIFY(rig.waitForFinished(120000));
         const QByteArray output = rig.readAllStandardOutput();
         QVERIFY2(rig.exitCode() == 0, rig.readAllStandardError().constData());
@@ -358,7 +362,8 @@ private Q_SLOTS:
         const std::optional<RestartFinding> finding = ShutdownLockFinding::from(evidence);
         QVERIFY(finding);
         QCOMPARE(finding->severity, RestartSeverity::likely);
-        QVERIFY2(finding->title.endsWith("is blocking restart and shutdown: Copying files"), qPrintable(finding->title));
+        QVERIFY2(finding->title.endsWith("is blocking restart and shutdown: Copying files"),
+                 qPrintable(finding->title));
     }
 
     void awkwardTextSurvivesTheReader()

@@ -70,10 +70,10 @@ void Profile::makeLinux(Profile &p)
         u"No system interface names the restart blocker with certainty, so this ranks evidence rather than "
         u"giving one guaranteed answer. And if your computer is fully frozen—no pointer, screen "
         u"unresponsive—you won’t be able to open this app at all. It’s built for the common case: you chose "
-        u"Restart, it quietly didn’t happen, and the computer is otherwise working. The last shutdown is read "
-        u"from the system journal, which only root and members of the systemd-journal or adm group may "
-        u"read: to let this see it, run “sudo usermod -aG systemd-journal $USER” in a terminal, then log out "
-        u"and back in."_s,
+        u"Restart, it quietly didn’t happen, and the computer is otherwise working. The last shutdown is "
+        u"read from the system journal, which only root and members of the systemd-journal or adm group "
+        u"may read: to let this see it, run “sudo usermod -aG systemd-journal $USER” in a terminal, then "
+        u"log out and back in."_s,
         {u"Found a likely cause that’s holding up a restart."_s,
          u"Nothing is conclusively blocking a restart, but here are the things worth checking."_s,
          u"No obvious restart blocker found. If a restart still hangs, it’s most likely an app with an "
@@ -112,11 +112,13 @@ void Profile::makeLinux(Profile &p)
     e.delayTitle = u"%1 will delay a restart by %2"_s;
     e.delayUpTo = u"up to %1 s"_s;
     e.delayFewSeconds = u"a few seconds"_s;
-    e.delayDetail = u"A delay lock doesn’t stop a restart. systemd-logind tells the program that the computer is "
-                    u"about to restart and waits until it lets go, for %1 at the most (InhibitDelayMaxSec). "
-                    u"Holding a delay lock right now:"_s;
-    e.delayAdvice = u"Nothing to do: the restart goes ahead on its own once the program is ready or the time is "
-                    u"up."_s;
+    e.delayDetail =
+        u"A delay lock doesn’t stop a restart. systemd-logind tells the program that the computer is "
+        u"about to restart and waits until it lets go, for %1 at the most (InhibitDelayMaxSec). "
+        u"Holding a delay lock right now:"_s;
+    e.delayAdvice =
+        u"Nothing to do: the restart goes ahead on its own once the program is ready or the time is "
+        u"up."_s;
     e.unsavedTitle = u"%1 has unsaved work"_s;
     e.unsavedTitleMany = u"%1 have unsaved work"_s;
     e.unsavedDetail =
@@ -125,16 +127,23 @@ void Profile::makeLinux(Profile &p)
         u"unsaved work” prompt — one that’s easy to miss behind other windows:"_s;
     e.unsavedAdvice = u"Switch to each app, save or close what’s open in it, then restart again."_s;
     e.installingTitle = u"%1 is installing or removing software right now"_s;
-    e.installingDetail = u"The package manager’s lock (%1) is held by %2 (PID %3). A restart now would stop it "
-                         u"halfway, which can leave packages half-installed and the system hard to update "
-                         u"afterwards."_s;
-    e.installingAdvice = u"Don’t restart until it has finished — your software updater or the terminal running "
-                         u"it shows the progress. If an earlier run was cut short, “sudo dpkg --configure -a” in "
-                         u"a terminal completes it."_s;
+    e.installingDetail =
+        u"The package manager’s lock (%1) is held by %2 (PID %3). A restart now would stop it "
+        u"halfway, which can leave packages half-installed and the system hard to update "
+        u"afterwards."_s;
+    e.packageKitDetail =
+        u"PackageKit is running a transaction that changes the installed software (%1). A "
+        u"restart now would stop it halfway, which can leave packages half-installed and the "
+        u"system hard to update afterwards."_s;
+    e.installingAdvice =
+        u"Don’t restart until it has finished — your software updater or the terminal running "
+        u"it shows the progress. If an earlier run was cut short, “sudo dpkg --configure -a” in "
+        u"a terminal completes it."_s;
     e.offlineTitle = u"An update will be installed during the next restart"_s;
-    e.offlineDetail = u"An offline update is staged (/system-update). When the computer restarts, it installs the "
-                      u"update before the desktop comes back, so the restart takes longer than usual and may "
-                      u"look stuck on a progress screen."_s;
+    e.offlineDetail =
+        u"An offline update is staged (/system-update). When the computer restarts, it installs the "
+        u"update before the desktop comes back, so the restart takes longer than usual and may "
+        u"look stuck on a progress screen."_s;
     e.offlineAdvice =
         u"Restart when you can spare a few minutes, and don’t power off while the update installs."_s;
     e.restartRequiredTitle = u"Installed updates are waiting for a restart"_s;
@@ -144,11 +153,13 @@ void Profile::makeLinux(Profile &p)
     e.restartRequiredAdvice = u"Nothing here holds the restart up: restart when it suits you."_s;
     e.lastShutdownTitle = u"Last shutdown waited for %1 (%2)"_s;
     e.lastShutdownUnitTitle = u"Last shutdown waited for %1"_s;
-    e.lastShutdownDetail = u"During the last shutdown, systemd asked these to stop, waited until its time limit "
-                           u"ran out, then killed them. The same is likely to hold up the next restart:"_s;
-    e.lastShutdownAdvice = u"Quit %1 yourself before you restart. If it comes back every time, look at how it’s "
-                           u"started — a program that ignores the request to stop costs a minute or more at "
-                           u"every shutdown."_s;
+    e.lastShutdownDetail =
+        u"During the last shutdown, systemd asked these to stop, waited until its time limit "
+        u"ran out, then killed them. The same is likely to hold up the next restart:"_s;
+    e.lastShutdownAdvice =
+        u"Quit %1 yourself before you restart. If it comes back every time, look at how it’s "
+        u"started — a program that ignores the request to stop costs a minute or more at "
+        u"every shutdown."_s;
 
     p.m_reportDescription =
         u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;

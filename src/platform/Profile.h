@@ -108,6 +108,7 @@ public:
         QString unsavedDetail, unsavedAdvice;
         QString installingTitle;  ///< %1: the process
         QString installingDetail; ///< %1: the lock file, %2: the process, %3: its PID
+        QString packageKitDetail; ///< %1: what the transactions do
         QString installingAdvice;
         QString offlineTitle, offlineDetail, offlineAdvice;
         QString restartRequiredTitle, restartRequiredDetail;

@@ -44,6 +44,9 @@ InhibitorEvidence InhibitorEvidence::parse(QByteArrayView output)
         } else if (kind == u"logout-inhibitor" && fields.size() == 5) {
             if (evidence.logoutInhibitors.size() < maxRecords)
                 evidence.logoutInhibitors.append({fields[1], fields[2], pidOf(fields[3]), fields[4]});
+        } else if (kind == u"package-transaction" && fields.size() == 2) {
+            if (evidence.packageTransactions.size() < maxRecords)
+                evidence.packageTransactions.append(fields[1]);
         } else if (kind == u"inhibit-delay-max" && fields.size() == 2) {
             const std::optional<qint64> seconds = text::toInt64(fields[1]);
             if (seconds && *seconds >= 0)

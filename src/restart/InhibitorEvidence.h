@@ -8,12 +8,13 @@
 
 namespace lullwick {
 
-/// What the session services hold against a restart, as the pmset stand-in's `--restart-evidence`
+/// What the system and session services hold against a restart, as the pmset stand-in's `--restart-evidence`
 /// mode prints it: one record a line, fields separated by tabs, the kind of record first.
 ///
 ///     shutdown-lock  MODE  WHO  WHY  PID  PROCESS-NAME
 ///     inhibit-delay-max  SECONDS
 ///     logout-inhibitor  APP-ID  REASON  PID  PROCESS-NAME
+///     package-transaction  ROLE      (a PackageKit transaction that changes software)
 ///
 /// PID is 0 when unknown. The reader trusts nothing in it.
 struct InhibitorEvidence {
@@ -38,6 +39,7 @@ struct InhibitorEvidence {
     QList<ShutdownLock> shutdownLocks;
     std::optional<qint64> inhibitDelayMaxSeconds;
     QList<LogoutInhibitor> logoutInhibitors;
+    QStringList packageTransactions; ///< their roles, e.g. "update-packages"
 
     /// One record as a line: the fields made single-line and tab-free, joined by tabs, then "\n".
     [[nodiscard]] static QString line(const QStringList &fields);

@@ -24,10 +24,10 @@ constexpr qsizetype maxProcessesListed = 6;
 // Processes that are only the frame around the one that hung: the user's service manager and its
 // PAM helper, login shells and the programs that start sessions.
 const QSet<QString> framework{
-    QStringLiteral("systemd"),   QStringLiteral("(sd-pam)"),  QStringLiteral("sd-pam"),
-    QStringLiteral("sshd"),      QStringLiteral("login"),     QStringLiteral("su"),
-    QStringLiteral("sudo"),      QStringLiteral("bash"),      QStringLiteral("sh"),
-    QStringLiteral("dash"),      QStringLiteral("zsh"),       QStringLiteral("fish"),
+    QStringLiteral("systemd"),     QStringLiteral("(sd-pam)"),    QStringLiteral("sd-pam"),
+    QStringLiteral("sshd"),        QStringLiteral("login"),       QStringLiteral("su"),
+    QStringLiteral("sudo"),        QStringLiteral("bash"),        QStringLiteral("sh"),
+    QStringLiteral("dash"),        QStringLiteral("zsh"),         QStringLiteral("fish"),
     QStringLiteral("dbus-daemon"), QStringLiteral("dbus-broker"),
 };
 
@@ -66,7 +66,8 @@ bool isStopTimeout(QStringView message)
 
 QString processLine(const Killed &killed)
 {
-    return killed.name + QStringLiteral(" (") + Profile::current().restartEvidence().pidNumber.arg(killed.pid) + u')';
+    return killed.name + QStringLiteral(" (") +
+           Profile::current().restartEvidence().pidNumber.arg(killed.pid) + u')';
 }
 
 QString unitLine(const HungUnit &hung)
@@ -75,7 +76,8 @@ QString unitLine(const HungUnit &hung)
     for (const Killed &killed : hung.killed.first(qMin(hung.killed.size(), maxProcessesListed)))
         processes.append(processLine(killed));
     if (hung.killed.size() > maxProcessesListed)
-        processes.append(Profile::current().restartEvidence().andMore.arg(hung.killed.size() - maxProcessesListed));
+        processes.append(
+            Profile::current().restartEvidence().andMore.arg(hung.killed.size() - maxProcessesListed));
     if (processes.isEmpty())
         return hung.unit;
     return hung.unit + QStringLiteral(": ") + processes.join(QStringLiteral(", "));
@@ -85,9 +87,12 @@ QString unitLine(const HungUnit &hung)
 
 QStringList LastShutdownFinding::journalctlArguments()
 {
-    return {QStringLiteral("--boot=-1"),      QStringLiteral("--output=json"),
-            QStringLiteral("--output-fields=MESSAGE,UNIT"), QStringLiteral("--lines=5000"),
-            QStringLiteral("--no-pager"),     QStringLiteral("--quiet"),
+    return {QStringLiteral("--boot=-1"),
+            QStringLiteral("--output=json"),
+            QStringLiteral("--output-fields=MESSAGE,UNIT"),
+            QStringLiteral("--lines=5000"),
+            QStringLiteral("--no-pager"),
+            QStringLiteral("--quiet"),
             QStringLiteral("_PID=1")};
 }
 
@@ -103,8 +108,9 @@ std::optional<RestartFinding> LastShutdownFinding::read(const QString &journalct
 std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView jsonLines)
 {
     // A process name may hold anything, parentheses and line breaks included.
-    static const QRegularExpression killing(QStringLiteral("^Killing process (\\d+) \\((.*)\\) with signal SIGKILL"),
-                                            QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression killing(
+        QStringLiteral("^Killing process (\\d+) \\((.*)\\) with signal SIGKILL"),
+        QRegularExpression::DotMatchesEverythingOption);
     QList<HungUnit> hung;
     for (qsizetype start = 0; start < jsonLines.size();) {
         qsizetype end = jsonLines.indexOf('\n', start);
@@ -124,7 +130,8 @@ std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView js
         if (unit.isEmpty())
             continue;
 
-        const auto it = std::find_if(hung.begin(), hung.end(), [&](const HungUnit &h) { return h.unit == unit; });
+        const auto it =
+            std::find_if(hung.begin(), hung.end(), [&](const HungUnit &h) { return h.unit == unit; });
         if (isStopTimeout(message)) {
             if (it == hung.end() && hung.size() < maxUnits)
                 hung.append({unit, {}});
@@ -168,11 +175,11 @@ std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView js
         lines.append(unitLine(h));
     if (hung.size() > maxUnitsListed)
         lines.append(words.moreLine.arg(hung.size() - maxUnitsListed));
-    return RestartFinding::make(
-        RestartSeverity::possible, words.lastShutdownSource,
-        process.isEmpty() ? words.lastShutdownUnitTitle.arg(unit) : words.lastShutdownTitle.arg(process, unit),
-        words.lastShutdownDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
-        words.lastShutdownAdvice.arg(process.isEmpty() ? unit : process));
+    return RestartFinding::make(RestartSeverity::possible, words.lastShutdownSource,
+                                process.isEmpty() ? words.lastShutdownUnitTitle.arg(unit)
+                                                  : words.lastShutdownTitle.arg(process, unit),
+                                words.lastShutdownDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
+                                words.lastShutdownAdvice.arg(process.isEmpty() ? unit : process));
 }
 
 } // namespace lullwick

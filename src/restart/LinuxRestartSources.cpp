@@ -20,7 +20,7 @@ QList<RestartFinding> LinuxRestartSources::findings(const QList<RunningAppInfo> 
     QList<RestartFinding> found;
     for (std::optional<RestartFinding> finding :
          {ShutdownLockFinding::from(evidence), UnsavedWorkFinding::from(evidence, runningApps),
-          SoftwareUpdateFinding::from(rootDir), LastShutdownFinding::read(journalctlPath, stop)}) {
+          SoftwareUpdateFinding::from(rootDir, evidence), LastShutdownFinding::read(journalctlPath, stop)}) {
         if (finding)
             found.append(std::move(*finding));
     }

@@ -110,8 +110,9 @@ RestartBlockerService::updateFindings(const std::optional<AssertionsSnapshot> &a
     if (names.isEmpty())
         return {};
     const Profile::Restart &texts = Profile::current().restart();
-    return {RestartFinding::make(RestartSeverity::likely, QStringLiteral("Software update"), texts.updateTitle,
-                        texts.updateDetail.arg(names.join(u", ")), texts.updateAdvice)};
+    return {RestartFinding::make(RestartSeverity::likely, QStringLiteral("Software update"),
+                                 texts.updateTitle, texts.updateDetail.arg(names.join(u", ")),
+                                 texts.updateAdvice)};
 }
 
 std::optional<QString> RestartBlockerService::runLogShow(const QString &logPath,
@@ -148,16 +149,16 @@ QList<RestartFinding> RestartBlockerService::loginwindowFindings(const QString &
     // The most recent four are enough to name the app; older ones would bury them.
     if (kept.size() > 4)
         kept = kept.sliced(kept.size() - 4);
-    return {
-        RestartFinding::make(RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
-                    QStringLiteral("loginwindow logged an interrupted quit or restart"),
-                    QStringLiteral("While orchestrating a recent restart or logout, loginwindow recorded the "
-                                   "following. An app named here is a strong candidate for what blocked the "
-                                   "restart:\n\n") +
-                        kept.join(u'\n'),
-                    QStringLiteral("If you recognize an app above, switch to it and look for an "
-                                   "unsaved-document dialog or an open sheet, then save or close it and try "
-                                   "restarting again."))};
+    return {RestartFinding::make(
+        RestartSeverity::possible, QStringLiteral("loginwindow log (last 10 min)"),
+        QStringLiteral("loginwindow logged an interrupted quit or restart"),
+        QStringLiteral("While orchestrating a recent restart or logout, loginwindow recorded the "
+                       "following. An app named here is a strong candidate for what blocked the "
+                       "restart:\n\n") +
+            kept.join(u'\n'),
+        QStringLiteral("If you recognize an app above, switch to it and look for an "
+                       "unsaved-document dialog or an open sheet, then save or close it and try "
+                       "restarting again."))};
 }
 
 QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<RunningAppInfo> &apps)
@@ -171,13 +172,13 @@ QList<RestartFinding> RestartBlockerService::runningAppFindings(const QList<Runn
     const QCollator collator = nameCollator();
     std::stable_sort(names.begin(), names.end(),
                      [&collator](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
-    return {
-        RestartFinding::make(RestartSeverity::info, QStringLiteral("Running apps"),
-                    QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
-                    Profile::current().restart().runningAppsDetail + names.join(u", "),
-                    QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
-                                   "(especially editors and anything with an open document) looking for an "
-                                   "unsaved-changes prompt, then quit them and retry."))};
+    return {RestartFinding::make(
+        RestartSeverity::info, QStringLiteral("Running apps"),
+        QString::number(apps.size()) + QStringLiteral(" apps are open and will be asked to quit"),
+        Profile::current().restart().runningAppsDetail + names.join(u", "),
+        QStringLiteral("If restart hangs with nothing flagged above, click through these apps "
+                       "(especially editors and anything with an open document) looking for an "
+                       "unsaved-changes prompt, then quit them and retry."))};
 }
 
 } // namespace lullwick

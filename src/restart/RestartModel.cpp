@@ -1,7 +1,7 @@
 #include "restart/RestartModel.h"
 
-#include "pmset/PMSetService.h"
 #include "platform/Profile.h"
+#include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
 
 #include <QCoroFuture>
@@ -26,9 +26,16 @@ std::unique_ptr<RestartBlockerService> evidenceService(const QString &pmsetPath,
 
 RestartModel::RestartModel(RunningAppsProvider provider, QString pmsetPath, QString logPath,
                            QString spindumpPath, QString reportsDir, QObject *parent)
+    : QObject(parent), m_provider(std::move(provider)), m_pmset(std::make_unique<PMSetService>(pmsetPath)),
+      m_service(
+          evidenceService(pmsetPath, std::move(logPath), std::move(spindumpPath), std::move(reportsDir)))
+{}
+
+RestartModel::RestartModel(RunningAppsProvider provider, QString pmsetPath, LinuxRestartSources linuxSources,
+                           QObject *parent)
     : QObject(parent), m_provider(std::move(provider)),
-      m_pmset(std::make_unique<PMSetService>(pmsetPath)),
-      m_service(evidenceService(pmsetPath, std::move(logPath), std::move(spindumpPath), std::move(reportsDir)))
+      m_pmset(std::make_unique<PMSetService>(std::move(pmsetPath))),
+      m_service(std::make_unique<RestartBlockerService>(std::move(linuxSources)))
 {}
 
 RestartModel::~RestartModel() = default;

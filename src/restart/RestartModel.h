@@ -5,6 +5,7 @@
 #include "platform/RunningApps.h"
 #include "platform/SerialWorker.h"
 #include "platform/ToolPaths.h"
+#include "restart/LinuxRestartSources.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -31,10 +32,14 @@ class RestartModel : public QObject {
     Q_PROPERTY(bool isDecoding READ isDecoding NOTIFY isDecodingChanged)
 
 public:
-    explicit RestartModel(RunningAppsProvider provider = [] { return RunningApps::current(); },
-                          QString pmsetPath = ToolPaths::pmset(), QString logPath = ToolPaths::log(),
-                          QString spindumpPath = ToolPaths::spindump(),
-                          QString reportsDir = ToolPaths::diagnosticReports(), QObject *parent = nullptr);
+    explicit RestartModel(
+        RunningAppsProvider provider = [] { return RunningApps::current(); },
+        QString pmsetPath = ToolPaths::pmset(), QString logPath = ToolPaths::log(),
+        QString spindumpPath = ToolPaths::spindump(), QString reportsDir = ToolPaths::diagnosticReports(),
+        QObject *parent = nullptr);
+    /// A model whose service reads the Linux evidence from `linuxSources`, whatever the profile.
+    RestartModel(RunningAppsProvider provider, QString pmsetPath, LinuxRestartSources linuxSources,
+                 QObject *parent = nullptr);
     ~RestartModel() override;
 
     [[nodiscard]] const std::optional<RestartAnalysis> &analysis() const { return m_analysis; }

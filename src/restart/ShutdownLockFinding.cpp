@@ -69,7 +69,8 @@ std::optional<RestartFinding> ShutdownLockFinding::from(const InhibitorEvidence 
     }
     if (!blocking.isEmpty()) {
         const InhibitorEvidence::ShutdownLock &first = blocking.constFirst();
-        QString title = (blocking.size() > 1 ? words.blockingTitleMany : words.blockingTitle).arg(holders(blocking));
+        QString title =
+            (blocking.size() > 1 ? words.blockingTitleMany : words.blockingTitle).arg(holders(blocking));
         if (!first.why.isEmpty())
             title += QStringLiteral(": ") + first.why;
         // What the program is, when the catalog knows it, then how to let it finish or quit it.
@@ -78,8 +79,9 @@ std::optional<RestartFinding> ShutdownLockFinding::from(const InhibitorEvidence 
             advice.append(info->explanation);
         advice.append(words.blockingAdvice);
         if (first.pid > 0)
-            advice.append(words.blockingQuit.arg(first.processName.isEmpty() ? holderName(first) : first.processName,
-                                                 QString::number(first.pid)));
+            advice.append(
+                words.blockingQuit.arg(first.processName.isEmpty() ? holderName(first) : first.processName,
+                                       QString::number(first.pid)));
         return RestartFinding::make(RestartSeverity::likely, words.shutdownLocksSource, title,
                                     listed(words.blockingDetail, blocking + delaying), advice.join(u' '));
     }

@@ -93,32 +93,40 @@ qint64 SoftwareUpdateFinding::lockHolder(const QString &path, const QString &loc
                              ::minor(info.st_dev), info.st_ino);
 }
 
-std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir)
+std::optional<RestartFinding> SoftwareUpdateFinding::from(const QString &rootDir,
+                                                          const InhibitorEvidence &evidence)
 {
     const Profile::RestartEvidence &words = Profile::current().restartEvidence();
     const QDir root(rootDir);
     if (const qint64 pid = lockHolder(root.filePath(frontendLock.sliced(1)))) {
         const QString process = text::singleLine(ProcessNames().name(pid).value_or(QString()), 64);
         const QString name = process.isEmpty() ? words.processNumber.arg(pid) : process;
-        return RestartFinding::make(RestartSeverity::likely, words.softwareUpdatesSource,
-                                    words.installingTitle.arg(name),
-                                    words.installingDetail.arg(frontendLock, name, QString::number(pid)),
-                                    words.installingAdvice);
+        return RestartFinding::make(
+            RestartSeverity::likely, words.softwareUpdatesSource, words.installingTitle.arg(name),
+            words.installingDetail.arg(frontendLock, name, QString::number(pid)), words.installingAdvice);
+    }
+    if (!evidence.packageTransactions.isEmpty()) {
+        return RestartFinding::make(
+            RestartSeverity::likely, words.softwareUpdatesSource,
+            words.installingTitle.arg(QStringLiteral("PackageKit")),
+            words.packageKitDetail.arg(evidence.packageTransactions.join(QStringLiteral(", "))),
+            words.installingAdvice);
     }
     // A link to the update's folder; a dangling one still means an update is staged.
     const QFileInfo staged(root.filePath(QStringLiteral("system-update")));
     if (staged.exists() || staged.isSymLink()) {
-        return RestartFinding::make(RestartSeverity::possible, words.softwareUpdatesSource, words.offlineTitle,
-                                    words.offlineDetail, words.offlineAdvice);
+        return RestartFinding::make(RestartSeverity::possible, words.softwareUpdatesSource,
+                                    words.offlineTitle, words.offlineDetail, words.offlineAdvice);
     }
     if (QFileInfo::exists(root.filePath(QStringLiteral("run/reboot-required")))) {
         const QStringList packages =
             packagesIn(readAtMost(root.filePath(QStringLiteral("run/reboot-required.pkgs")), maxNoteBytes));
         QString detail = words.restartRequiredDetail;
         if (!packages.isEmpty())
-            detail += words.restartRequiredPackages + QStringLiteral("\n\n") + packages.join(QStringLiteral(", "));
-        return RestartFinding::make(RestartSeverity::info, words.softwareUpdatesSource, words.restartRequiredTitle,
-                                    detail, words.restartRequiredAdvice);
+            detail +=
+                words.restartRequiredPackages + QStringLiteral("\n\n") + packages.join(QStringLiteral(", "));
+        return RestartFinding::make(RestartSeverity::info, words.softwareUpdatesSource,
+                                    words.restartRequiredTitle, detail, words.restartRequiredAdvice);
     }
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/RestartFinding.h"
+#include "restart/InhibitorEvidence.h"
 
 #include <QByteArrayView>
 #include <QString>
@@ -15,8 +16,10 @@ class SoftwareUpdateFinding {
 public:
     SoftwareUpdateFinding() = delete;
 
-    /// The most telling of the three, or nothing.
-    [[nodiscard]] static std::optional<RestartFinding> from(const QString &rootDir);
+    /// The most telling of the three, or nothing. A PackageKit transaction in `evidence` that
+    /// changes software counts as an installation under way.
+    [[nodiscard]] static std::optional<RestartFinding> from(const QString &rootDir,
+                                                            const InhibitorEvidence &evidence = {});
 
     /// The process holding a write-excluding lock on the file at `path`, by fcntl's lock test;
     /// where the file cannot be opened, by the kernel's lock table. 0 when nobody holds one.

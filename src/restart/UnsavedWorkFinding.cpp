@@ -16,7 +16,8 @@ QString joinedNames(const QStringList &names)
         return names.first();
     if (names.size() <= 3)
         return words.namesAnd.arg(names.first(names.size() - 1).join(QStringLiteral(", ")), names.last());
-    return words.holdersMore.arg(names.first(2).join(QStringLiteral(", ")), QString::number(names.size() - 2));
+    return words.holdersMore.arg(names.first(2).join(QStringLiteral(", ")),
+                                 QString::number(names.size() - 2));
 }
 
 } // namespace
@@ -53,10 +54,10 @@ std::optional<RestartFinding> UnsavedWorkFinding::from(const InhibitorEvidence &
     }
     if (evidence.logoutInhibitors.size() > maxListed)
         lines.append(words.moreLine.arg(evidence.logoutInhibitors.size() - maxListed));
-    return RestartFinding::make(RestartSeverity::likely, words.unsavedWorkSource,
-                                (apps.size() == 1 ? words.unsavedTitle : words.unsavedTitleMany).arg(joinedNames(apps)),
-                                words.unsavedDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
-                                words.unsavedAdvice);
+    return RestartFinding::make(
+        RestartSeverity::likely, words.unsavedWorkSource,
+        (apps.size() == 1 ? words.unsavedTitle : words.unsavedTitleMany).arg(joinedNames(apps)),
+        words.unsavedDetail + QStringLiteral("\n\n") + lines.join(u'\n'), words.unsavedAdvice);
 }
 
 } // namespace lullwick

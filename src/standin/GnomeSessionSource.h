@@ -1,7 +1,7 @@
 #pragma once
 
-#include "standin/InhibitorLine.h"
 #include "platform/ProcessNames.h"
+#include "standin/InhibitorLine.h"
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
@@ -26,9 +26,11 @@ public:
 
     /// One line per inhibitor, held by the session manager's process and, when the application
     /// registered as a client, created for the application's process.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
+    [[nodiscard]] SourceResult<QList<InhibitorLine>>
+    inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
     /// The inhibitors in the order the session manager lists them; those released meanwhile are left out.
-    [[nodiscard]] SourceResult<QList<Inhibitor>> records(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
+    [[nodiscard]] SourceResult<QList<Inhibitor>>
+    records(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

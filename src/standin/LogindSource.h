@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/ProcessNames.h"
 #include "standin/InhibitorLine.h"
 #include "standin/InhibitorReferences.h"
 #include "standin/LogindLock.h"
-#include "platform/ProcessNames.h"
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
@@ -23,11 +23,14 @@ public:
                           InhibitorReferences references = InhibitorReferences());
 
     /// One line per lock, in the order logind lists them.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever);
+    [[nodiscard]] SourceResult<QList<InhibitorLine>>
+    inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever);
     /// The locks as logind lists them.
-    [[nodiscard]] SourceResult<QList<LogindLock>> locks(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
+    [[nodiscard]] SourceResult<QList<LogindLock>>
+    locks(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
     /// The idle, lid and key settings in force, and what is inhibited right now.
-    [[nodiscard]] SourceResult<QList<Setting>> settings(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
+    [[nodiscard]] SourceResult<QList<Setting>>
+    settings(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

@@ -4,6 +4,7 @@
 #include "restart/InhibitorEvidence.h"
 #include "standin/GnomeSessionSource.h"
 #include "standin/LogindSource.h"
+#include "standin/PackageKitSource.h"
 
 namespace lullwick {
 
@@ -47,6 +48,12 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
             if (setting.first == u"InhibitDelayMaxSec")
                 out << InhibitorEvidence::line({QStringLiteral("inhibit-delay-max"), setting.second});
         }
+        const SourceResult<QStringList> transactions =
+            PackageKitSource(*systemBus).changingTransactions(sourceDeadline());
+        if (transactions.state != transactions.read)
+            say(err, transactions.message);
+        for (const QString &role : transactions.value)
+            out << InhibitorEvidence::line({QStringLiteral("package-transaction"), role});
     }
     if (sessionBus) {
         const SourceResult<QList<GnomeSessionSource::Inhibitor>> inhibitors =
@@ -56,8 +63,8 @@ void RestartEvidence::write(const std::optional<QDBusConnection> &systemBus,
         for (const GnomeSessionSource::Inhibitor &inhibitor : inhibitors.value) {
             if (!(inhibitor.flags & gnomeLogoutFlag))
                 continue;
-            out << InhibitorEvidence::line({QStringLiteral("logout-inhibitor"), inhibitor.appId, inhibitor.reason,
-                                            QString::number(inhibitor.clientPid),
+            out << InhibitorEvidence::line({QStringLiteral("logout-inhibitor"), inhibitor.appId,
+                                            inhibitor.reason, QString::number(inhibitor.clientPid),
                                             nameOf(inhibitor.clientPid)});
         }
     }

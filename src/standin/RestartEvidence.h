@@ -9,7 +9,8 @@
 namespace lullwick {
 
 /// The stand-in's `--restart-evidence` answer: systemd-logind's shutdown locks and its longest
-/// delay, and the desktop session's logout inhibitors, in the line format the program reads
+/// delay, PackageKit's transactions that change software, and the desktop session's logout
+/// inhibitors, in the line format the program reads
 /// (see InhibitorEvidence). A bus or service that is not there leaves its lines out.
 class RestartEvidence {
 public:
@@ -19,7 +20,8 @@ public:
     /// source may take until `sourceDeadline()` says.
     static void write(const std::optional<QDBusConnection> &systemBus,
                       const std::optional<QDBusConnection> &sessionBus,
-                      const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out, QTextStream &err);
+                      const std::function<QDeadlineTimer()> &sourceDeadline, QTextStream &out,
+                      QTextStream &err);
 };
 
 } // namespace lullwick

@@ -1,5 +1,6 @@
 // Plays systemd-logind on the bus named by DBUS_SYSTEM_BUS_ADDRESS, and GNOME's session manager
-// and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin.
+// and KDE's power policy agent on the bus named by DBUS_SESSION_BUS_ADDRESS, for tst_standin;
+// PackageKit on the system bus too.
 // Prints "ready PID" once its names are taken, PID being a process that has already exited. One
 // lock is held by a child named systemd-inhibit, which runs a child named rsync.
 // --malformed-logind answers ListInhibitors with a string; --deny-gnome refuses GetInhibitors;
@@ -12,6 +13,7 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QHash>
 #include <QTimer>
@@ -118,8 +120,7 @@ int main(int argc, char *argv[])
     auto &a = objects.answers;
     const QString login1 = QStringLiteral("/org/freedesktop/login1");
     a[login1 + " ListInhibitors"] =
-        args.contains("--malformed-logind")
-            ? QVariant(QStringLiteral("nonsense"))
+        args.contains("--malformed-logind") ? QVariant(QStringLiteral("nonsense"))
         : args.contains("--delay-shutdown")
             ? QVariant::fromValue(QList<Lock>{
                   {"shutdown", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", "delay", 0, self},
@@ -143,15 +144,15 @@ int main(int argc, char *argv[])
     a[login1 + " GetAll"] = settings;
 
     const QString gsm = QStringLiteral("/org/gnome/SessionManager");
-    a[gsm + " GetInhibitors"] =
-        args.contains("--deny-gnome")
-            ? QVariant(QByteArray("org.freedesktop.DBus.Error.AccessDenied"))
-            : QVariant::fromValue(QList<QDBusObjectPath>{
-                  QDBusObjectPath(gsm + "/Inhibitor1"), QDBusObjectPath(gsm + "/Inhibitor2"),
-                  QDBusObjectPath(gsm + "/Inhibitor3"),
-                  QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
-                  QDBusObjectPath(gsm + "/Inhibitor5"),
-              });
+    a[gsm + " GetInhibitors"] = args.contains("--deny-gnome")
+                                    ? QVariant(QByteArray("org.freedesktop.DBus.Error.AccessDenied"))
+                                    : QVariant::fromValue(QList<QDBusObjectPath>{
+                                          QDBusObjectPath(gsm + "/Inhibitor1"),
+                                          QDBusObjectPath(gsm + "/Inhibitor2"),
+                                          QDBusObjectPath(gsm + "/Inhibitor3"),
+                                          QDBusObjectPath(gsm + "/Inhibitor4"), // released meanwhile
+                                          QDBusObjectPath(gsm + "/Inhibitor5"),
+                                      });
     const struct {
         int number;
         const char *app, *reason;
@@ -182,9 +183,21 @@ int main(int argc, char *argv[])
     const QString agent = QStringLiteral("/org/kde/Solid/PowerManagement/PolicyAgent");
     a[agent + " ListInhibitions"] = QVariant::fromValue(QList<Inhibition>{{"vlc", "Playing media"}});
 
+    // PackageKit: a package update under way, and a cache refresh, which changes no software.
+    const QString packageKit = QStringLiteral("/org/freedesktop/PackageKit");
+    const QStringList transactions{QStringLiteral("/17_update"), QStringLiteral("/18_refresh")};
+    a[packageKit + " GetTransactionList"] = QVariant::fromValue(
+        QList<QDBusObjectPath>{QDBusObjectPath(transactions[0]), QDBusObjectPath(transactions[1])});
+    a[transactions[0] + " Get"] = QVariant::fromValue(QDBusVariant(uint(22)));
+    a[transactions[1] + " Get"] = QVariant::fromValue(QDBusVariant(uint(13)));
+
     QDBusConnection system = QDBusConnection::systemBus();
     QDBusConnection session = QDBusConnection::sessionBus();
     const bool ok = system.registerVirtualObject(login1, &objects) &&
+                    system.registerVirtualObject(packageKit, &objects) &&
+                    system.registerVirtualObject(transactions[0], &objects) &&
+                    system.registerVirtualObject(transactions[1], &objects) &&
+                    system.registerService("org.freedesktop.PackageKit") &&
                     session.registerVirtualObject(gsm, &objects, QDBusConnection::SubPath) &&
                     session.registerVirtualObject(agent, &objects) &&
                     system.registerService("org.freedesktop.login1") &&

@@ -44,7 +44,8 @@ void FakeToolDir::setProcessTable(const QHash<qint64, QString> &table) const
 QList<FakeToolDir::Call> FakeToolDir::pmsetCalls() const
 {
     QList<Call> calls = toolCalls();
-    calls.removeIf([](const Call &c) { return c.call == u"log" || c.call == u"spindump" || c.call == u"journalctl"; });
+    calls.removeIf(
+        [](const Call &c) { return c.call == u"log" || c.call == u"spindump" || c.call == u"journalctl"; });
     return calls;
 }
 
