@@ -1,5 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "PrivateMounts.h"
 #include "restart/InhibitorEvidence.h"
 #include "restart/LastShutdownFinding.h"
 #include "restart/RestartBlockerService.h"
@@ -420,13 +421,9 @@ private Q_SLOTS:
     {
         // The real journalctl, with the program's own arguments, on journal files that the real
         // systemd-journal-remote wrote: the previous boot's service-manager messages only.
-        if (::geteuid() != 0)
-            QSKIP("needs root: the journal is put in place in a private mount namespace");
-        for (const char *file : {"/lib/systemd/systemd-journal-remote", "/usr/bin/journalctl",
-                                 "/usr/bin/unshare", "/etc/machine-id", "/proc/sys/kernel/random/boot_id"}) {
-            if (!QFileInfo::exists(file))
-                QSKIP(qPrintable(u"%1 is not there"_s.arg(file)));
-        }
+        if (const std::optional<QString> why = privateMountsUnavailable(
+                {"/lib/systemd/systemd-journal-remote", "/usr/bin/journalctl", "/etc/machine-id"}))
+            QSKIP(qPrintable(*why));
         QFile machineFile("/etc/machine-id"), bootFile("/proc/sys/kernel/random/boot_id");
         QVERIFY(machineFile.open(QIODevice::ReadOnly) && bootFile.open(QIODevice::ReadOnly));
         const QByteArray machine = machineFile.readAll().trimmed();
