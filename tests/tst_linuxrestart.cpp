@@ -1,5 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "PrivateMounts.h"
 #include "restart/InhibitorEvidence.h"
 #include "restart/LastShutdownFinding.h"
 #include "restart/RestartBlockerService.h"
@@ -7,6 +8,8 @@
 #include "restart/SoftwareUpdateFinding.h"
 #include "restart/UnsavedWorkFinding.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 #include <csignal>
 #include <fcntl.h>
@@ -412,6 +415,56 @@ private Q_SLOTS:
             return;
         QCOMPARE(finding->severity, RestartSeverity::possible);
         QTEST(listedLines(*finding), "listed");
+    }
+
+    void realJournalOfAPreviousBoot()
+    {
+        // The real journalctl, with the program's own arguments, on journal files that the real
+        // systemd-journal-remote wrote: the previous boot's service-manager messages only.
+        if (const std::optional<QString> why = privateMountsUnavailable(
+                {"/lib/systemd/systemd-journal-remote", "/usr/bin/journalctl", "/etc/machine-id"}))
+            QSKIP(qPrintable(*why));
+        QFile machineFile("/etc/machine-id"), bootFile("/proc/sys/kernel/random/boot_id");
+        QVERIFY(machineFile.open(QIODevice::ReadOnly) && bootFile.open(QIODevice::ReadOnly));
+        const QByteArray machine = machineFile.readAll().trimmed();
+        const QByteArray thisBoot = bootFile.readAll().trimmed().replace('-', "");
+        const QByteArray previousBoot = "8d1e0f2a6b9c4d3e8f7a6b5c4d3e2f1a";
+
+        // The recorded entries as the previous boot's, one message of the hung program itself,
+        // and this boot's first message.
+        QByteArray exported;
+        qint64 clock = 1763950000000000;
+        const auto entry = [&](const QByteArray &boot, const QByteArray &pid, const QJsonObject &fields) {
+            clock += 1000;
+            exported += "__REALTIME_TIMESTAMP=" + QByteArray::number(clock) +
+                        "\n__MONOTONIC_TIMESTAMP=" + QByteArray::number(clock % 100000000) +
+                        "\n_BOOT_ID=" + boot + "\n_MACHINE_ID=" + machine + "\n_PID=" + pid +
+                        "\nSYSLOG_IDENTIFIER=systemd\n";
+            for (auto it = fields.begin(); it != fields.end(); ++it)
+                exported += it.key().toUtf8() + '=' + it.value().toString().toUtf8() + '\n';
+            exported += '\n';
+        };
+        for (const QByteArray &line : Fixtures::read("journal-user-manager.jsonl").split('\n')) {
+            const QJsonObject fields = QJsonDocument::fromJson(line).object();
+            if (!fields.isEmpty())
+                entry(previousBoot, "1", {{"MESSAGE", fields["MESSAGE"]}, {"UNIT", fields["UNIT"]}});
+        }
+        entry(previousBoot, "1350", {{"MESSAGE", "Stopping timed out. Killing."}, {"UNIT", "fake.service"}});
+        entry(thisBoot, "1", {{"MESSAGE", "Stopping timed out. Killing."}, {"UNIT", "today.service"}});
+        QTemporaryDir dir;
+        writeFile(dir.filePath("entries.export"), exported);
+
+        QProcess journal;
+        journal.start("/usr/bin/unshare", QStringList{"-m", "--propagation", "private", "/bin/sh",
+                                                      LULLWICK_JOURNAL_RIG, dir.filePath("entries.export")} +
+                                              LastShutdownFinding::journalctlArguments());
+        QVERIFY(journal.waitForFinished(60000));
+        QVERIFY2(journal.exitCode() == 0, journal.readAllStandardError().constData());
+        const std::optional<RestartFinding> finding =
+            LastShutdownFinding::fromJournal(journal.readAllStandardOutput());
+        QVERIFY(finding);
+        QCOMPARE(finding->title, "Last shutdown waited for gvfsd-fuse (user@1000.service)");
+        QCOMPARE(listedLines(*finding).size(), 1); // neither the program's own message nor this boot's
     }
 
     void hostileJournal_data()

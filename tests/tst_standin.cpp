@@ -1,4 +1,5 @@
 #include "Fixtures.h"
+#include "PrivateMounts.h"
 #include "platform/ProcessNames.h"
 #include "pmset/PMSetService.h"
 #include "restart/InhibitorEvidence.h"
@@ -332,13 +333,9 @@ private Q_SLOTS:
     void realLogindLocks()
     {
         // systemd-logind itself, on a private system bus in a mount namespace of the test's own.
-        if (::geteuid() != 0)
-            QSKIP("needs root: the real systemd-logind runs in a private mount namespace");
-        for (const char *program : {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit",
-                                    "/usr/bin/unshare", "/usr/bin/busctl"}) {
-            if (!QFileInfo(program).isExecutable())
-                QSKIP(qPrintable(QStringLiteral("%1 is not installed").arg(program)));
-        }
+        if (const std::optional<QString> why = privateMountsUnavailable(
+                {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit", "/usr/bin/busctl"}))
+            QSKIP(qPrintable(*why));
         QTemporaryDir work;
         qputenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + m_dir.filePath("nowhere")).toUtf8());
         QProcess rig;

@@ -35,7 +35,8 @@ QStringList packagesIn(QByteArrayView list)
 {
     QStringList packages;
     qsizetype more = 0;
-    for (QStringView line : QStringView(QString::fromUtf8(list)).tokenize(u'\n')) {
+    const QString text = QString::fromUtf8(list);
+    for (QStringView line : QStringView(text).tokenize(u'\n')) {
         const QString name = text::singleLine(line, 64);
         if (name.isEmpty() || packages.contains(name))
             continue;
@@ -74,7 +75,8 @@ qint64 SoftwareUpdateFinding::holderInLockTable(QByteArrayView locks, quint32 ma
 qint64 SoftwareUpdateFinding::lockHolder(const QString &path, const QString &lockTable)
 {
     const QByteArray nativePath = QFile::encodeName(path);
-    const int fd = ::open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    // Non-blocking: a FIFO in the lock's place must not hold the analysis up.
+    const int fd = ::open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (fd >= 0) {
         struct flock probe = {};
         probe.l_type = F_WRLCK;
