@@ -646,6 +646,14 @@ private slots:
         QCOMPARE(shown(&view, u"decodeButton"_s), QString());
         screenshot(view, u"restart-running-apps-only"_s);
 
+        // Again, finding the same: the card stays as it is, and only the time is new.
+        const QPointer<QLabel> title = view.findChild<QLabel *>(u"findingTitle"_s);
+        view.findChild<QAbstractButton *>(u"analyzeButton"_s)->click();
+        QVERIFY(settled());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(title);
+        QCOMPARE(view.findChildren<QLabel *>(u"findingTitle"_s), QList<QLabel *>{title.data()});
+
         // A report named with a line feed and a screen-clearing escape is shown on one line, escapes visible.
         QFile hostile(fake.path() + u"/evil\n\x1b[2J_2026-11-19-1.shutdownStall"_s);
         QVERIFY(hostile.open(QIODevice::WriteOnly));

@@ -10,6 +10,7 @@
 #include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
 
+#include <algorithm>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -289,17 +290,34 @@ Card *RestartView::makeCaveat()
     return caveat;
 }
 
+bool RestartView::showsCardsOf(const RestartAnalysis &analysis) const
+{
+    const auto sameFinding = [](const RestartFinding &a, const RestartFinding &b) {
+        return a.severity == b.severity && a.source == b.source && a.title == b.title && a.detail == b.detail &&
+               a.advice == b.advice;
+    };
+    return m_cardsOf && m_cardsOf->stallReportPath == analysis.stallReportPath &&
+           m_cardsOf->decodedStallProcess == analysis.decodedStallProcess &&
+           std::equal(m_cardsOf->findings.cbegin(), m_cardsOf->findings.cend(), analysis.findings.cbegin(),
+                      analysis.findings.cend(), sameFinding);
+}
+
 void RestartView::showAnalysis()
 {
-    // Old cards go later: a decode that ends at once replaces them from inside their button's click.
-    m_decode = nullptr;
-    m_decodeProgress = nullptr;
-    while (QLayoutItem *item = m_cards->takeAt(0)) {
-        item->widget()->hide();
-        item->widget()->deleteLater();
-        delete item;
-    }
     const std::optional<RestartAnalysis> &analysis = m_model->analysis();
+    // An analysis that finds what the last one found keeps its cards; only its time is new.
+    const bool keepCards = analysis && showsCardsOf(*analysis);
+    if (!keepCards) {
+        // Old cards go later: a decode that ends at once replaces them from inside their button's click.
+        m_decode = nullptr;
+        m_decodeProgress = nullptr;
+        while (QLayoutItem *item = m_cards->takeAt(0)) {
+            item->widget()->hide();
+            item->widget()->deleteLater();
+            delete item;
+        }
+        m_cardsOf = analysis;
+    }
     const QString analyzeText = analysis ? u"Analyze again"_s : u"Analyze"_s;
     m_analyze->setText(analyzeText);
     m_analyze->setAccessibleName(analyzeText);
@@ -314,7 +332,7 @@ void RestartView::showAnalysis()
         m_verdictIcon->setSymbol(look.symbol, look.color);
         m_verdictText->setText(verdict.text());
         NamedColor::bindForeground(m_verdictText, look.color);
-        for (const RestartFinding &finding : analysis->findings) {
+        for (const RestartFinding &finding : keepCards ? QList<RestartFinding>() : analysis->findings) {
             Card *card = makeFindingCard(finding, *analysis);
             m_cards->addWidget(card);
             // A layout shows what is added to a visible page only on the next pass of the event

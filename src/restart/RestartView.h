@@ -38,6 +38,9 @@ private:
     [[nodiscard]] Card *makeFindingCard(const RestartFinding &finding, const RestartAnalysis &analysis);
     [[nodiscard]] QWidget *makeStallControls(const RestartAnalysis &analysis);
     [[nodiscard]] Card *makeCaveat();
+    /// Whether `analysis` would be shown with the very cards on screen: the same findings (ids
+    /// aside) and the same stall report and decode.
+    [[nodiscard]] bool showsCardsOf(const RestartAnalysis &analysis) const;
 
     RestartModel *m_model;
     QPushButton *m_analyze = nullptr;
@@ -49,6 +52,7 @@ private:
     IconLabel *m_verdictIcon = nullptr;
     QLabel *m_verdictText = nullptr;
     QVBoxLayout *m_cards = nullptr;
+    std::optional<RestartAnalysis> m_cardsOf; ///< the analysis the cards were made for
     // Inside the stall card, which each new analysis replaces.
     QPointer<QPushButton> m_decode;
     QPointer<QProgressBar> m_decodeProgress;
