@@ -1,6 +1,5 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
-#include "catalog/ProcessCatalog.h"
 #include "details/DetailsClipboard.h"
 #include "platform/Profile.h"
 #include "pmset/PMSetService.h"
@@ -71,128 +70,46 @@ class TestClipboard : public QObject {
     const ScopedProfile m_mac{Profile::System::macOS};
 
 private slots:
-    void completeDateTimeForUsEnglishInUtc()
+    // Each sleep kind with what blocks it, as (held) rows, or "(not blocked)"; the date in full.
+    void summary_data()
     {
-        // The full date, " at ", and the medium time with ICU's narrow no-break space before PM.
-        QCOMPARE(DateFormat::completeDateTime(instant, usInUtc),
-                 u"Monday, March 4, 2024 at 3:04:05\u202FPM"_s);
-    }
-
-    void summaryOfTheAudioExample()
-    {
-        const AssertionsSnapshot snapshot =
-            parsed(u"   pid 312(coreaudiod): [0x1] 00:12:31 PreventUserIdleSystemSleep "
-                   u"named: \"com.apple.audio.context\"\n"
-                   u"\tCreated for PID: 4711.\n"_s);
-        const QString expected = uR"(Lullwick—Summary
-Captured %1
-
-Idle system sleep
-  • Spotify is playing or holding a session  (held 00:12:31)
-    coreaudiod (pid 312)—Keeping the Mac awake while otherwise idle.
-    Created for Spotify (pid 4711)
-    Check the “Created for” process. If it’s an audio routing tool you intentionally have running, this is expected; otherwise quit or pause the responsible app.
-
-All system sleep
-  (not blocked)
-
-Display sleep
-  (not blocked)
-)"_s;
-        QCOMPARE(SummaryClipboard::text(snapshot, {{4711, u"Spotify"_s}}, usInUtc),
-                 expected.arg(DateFormat::completeDateTime(instant, usInUtc)));
-        // Without the name: the pid alone, the daemon's own headline; its own call to action either way.
-        const QString unnamed = SummaryClipboard::text(snapshot, {}, usInUtc);
-        QVERIFY(unnamed.contains(u"\n  • An audio device or routing session is active  (held 00:12:31)\n"
-                                 u"    coreaudiod (pid 312)—Keeping the Mac awake while otherwise idle.\n"
-                                 u"    Created for pid 4711\n    Check the “Created for”"_s));
-    }
-
-    void summaryWithoutBlockers()
-    {
-        QCOMPARE(SummaryClipboard::text(std::nullopt, {}), u"(no snapshot)"_s);
-        // Non-blocking assertions are no part of the report; an unknown process has no action line.
-        const AssertionsSnapshot snapshot =
-            parsed(u"   pid 9(WindowServer): [0x1] 00:00:02 UserIsActive\n"
-                   u"   pid 10(render): [0x2] 01:00:00 PreventUserIdleDisplaySleep\n"_s);
-        QCOMPARE(SummaryClipboard::text(AssertionsSnapshot{instant, {}, {}, {}}, {}, usInUtc),
-                 u"Lullwick—Summary\nCaptured Monday, March 4, 2024 at 3:04:05\u202FPM\n\n"
-                 u"Idle system sleep\n  (not blocked)\n\nAll system sleep\n  (not blocked)\n\n"
-                 u"Display sleep\n  (not blocked)\n"_s);
+        QTest::addColumn<QString>("lines"); // per-process listing lines
+        QTest::addColumn<QString>("idle");  // the idle-sleep block's rows; empty: not blocked
+        QTest::addColumn<QString>("display");
+        const QString audio = u"   pid 312(coreaudiod): [0x1] 00:12:31 PreventUserIdleSystemSleep "
+                              u"named: \"com.apple.audio.context\"\n\tCreated for PID: %1.\n"_s;
+        // The daemon's own call to action, whether or not its creator is named.
+        const QString audioRow =
+            u"  • %1  (held 00:12:31)\n    coreaudiod (pid 312)—Keeping the Mac awake while otherwise idle.\n"
+            u"    Created for %2\n    Check the “Created for” process. If it’s an audio routing tool you "
+            u"intentionally have running, this is expected; otherwise quit or pause the responsible app.\n"_s;
         const QString render =
             u"  • Keeping the display from sleeping when otherwise idle.  (held 01:00:00)\n"
-            u"    render (pid 10)—Keeping the display from sleeping when otherwise idle.\n\n"_s;
-        QCOMPARE(SummaryClipboard::text(snapshot, {}, usInUtc).section(u"\n\n"_s, 1),
-                 u"Idle system sleep\n"_s + render +
-                     u"All system sleep\n  (not blocked)\n\nDisplay sleep\n"_s + render.chopped(1));
+            u"    render (pid 10)—Keeping the display from sleeping when otherwise idle.\n"_s;
+        QTest::addRow("nothing held") << QString() << QString() << QString();
+        QTest::addRow("audio held for a named app")
+            << audio.arg(4711)
+            << audioRow.arg(u"Spotify is playing or holding a session"_s, u"Spotify (pid 4711)"_s)
+            << QString();
+        QTest::addRow("audio held for an unnamed pid: the daemon's headline")
+            << audio.arg(4712)
+            << audioRow.arg(u"An audio device or routing session is active"_s, u"pid 4712"_s) << QString();
+        QTest::addRow("non-blocking left out; an unknown process has no action line")
+            << u"   pid 9(WindowServer): [0x1] 00:00:02 UserIsActive\n"
+               u"   pid 10(render): [0x2] 01:00:00 PreventUserIdleDisplaySleep\n"_s
+            << render << render;
     }
-
-    void catalogLookup_data()
+    void summary()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("headline"); // null: no entry matches
-        QTest::addRow("letter case ignored") << u"WindowServer"_s << u"Recent keyboard or mouse activity"_s;
-        QTest::addRow("key with a space") << u"QuickTime Player"_s << u"QuickTime Player is playing media"_s;
-        QTest::addRow("mixed-case key") << u"itunes"_s << u"iTunes is playing"_s;
-        QTest::addRow("underscore continues") << u"mdworker_shared"_s << u"Spotlight is processing a file"_s;
-        QTest::addRow("hyphen continues") << u"mdworker-x"_s << u"Spotlight is processing a file"_s;
-        QTest::addRow("letter does not continue") << u"mdworkers"_s << QString();
-        QTest::addRow("space does not continue") << u"Spotify Helper"_s << QString();
-        QTest::addRow("first part of a hyphenated key") << u"channels"_s << QString();
-        QTest::addRow("leading space is not trimmed") << u" smbd"_s << QString();
-        QTest::addRow("key later in the name") << u"com.apple.mds"_s << QString();
-        // "mds" comes first in the table and is also continued by these names.
-        QTest::addRow("exact key beats a shorter key")
-            << u"mds_stores"_s << u"Spotlight is writing its index"_s;
-        QTest::addRow("longest continued key wins")
-            << u"mds_stores_x"_s << u"Spotlight is writing its index"_s;
-    }
-    void catalogLookup()
-    {
-        QFETCH(QString, name);
-        QFETCH(QString, headline);
-        const auto info = ProcessCatalog::info(name);
-        QCOMPARE(info.has_value(), !headline.isNull());
-        if (info)
-            QCOMPARE(info->headline, headline);
-    }
-
-    void rowTitle_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("title");
-        const QString idle = u"Keeping the Mac awake while otherwise idle."_s;
-        const QString head = u"   pid 5(renderd): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s;
-        QTest::addRow("catalog headline")
-            << u"   pid 5(mds): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s << u"Spotlight is indexing"_s;
-        QTest::addRow("dotted name falls back") << head + u" named: \"com.example.render.job\""_s << idle;
-        QTest::addRow("friendly name") << head + u" named: \"Rendering video\""_s << u"Rendering video"_s;
-        QTest::addRow("localized value trimmed, before the name")
-            << head + u" named: \"com.x.y.z\"\n\tLocalized=  Preparing backup \u00a0"_s
-            << u"Preparing backup"_s;
-        QTest::addRow("blank localized value gives way to the name")
-            << head + u" named: \"Render\"\n\tLocalized=\n\tLocalized=Later"_s << u"Render"_s;
-        QTest::addRow("dotted localized value wins over a nice name")
-            << head + u" named: \"Nice reason\"\n\tLocalized=a.b.c"_s << idle;
-        QTest::addRow("empty name") << head + u" named: \"\""_s << idle;
-        QTest::addRow("created-for name in the catalog")
-            << u"   pid 312(coreaudiod): [0x1] 00:00:01 PreventUserIdleSystemSleep\n\tCreated for PID: 8."_s
-            << u"FaceTime call is active"_s;
-        QTest::addRow("created-for name outside the catalog")
-            << u"   pid 312(coreaudiod): [0x1] 00:00:01 PreventUserIdleSystemSleep\n\tCreated for PID: 9."_s
-            << u"An audio device or routing session is active"_s;
-    }
-    void rowTitle()
-    {
-        QFETCH(QString, line);
-        const ResolvedNames names{{8, u"FaceTime"_s}, {9, u"%2 Unknown"_s}};
-        const AssertionRowText row = AssertionRowText::make(parsed(line + u'\n').assertions.value(0), names);
-        QTEST(row.title, "title");
-        if (row.createdForPID == 9) { // an unknown creator is named, but explains nothing
-            QCOMPARE(*row.createdForLine, u"Created for %2 Unknown (pid 9)"_s);
-            QCOMPARE(row.callToAction, row.ownCallToAction);
-            QVERIFY(row.explanation->startsWith(u"Core Audio is macOS’s sound engine."_s));
-        }
+        QFETCH(QString, lines);
+        QFETCH(QString, idle);
+        QFETCH(QString, display);
+        const QString none = u"  (not blocked)\n"_s;
+        QCOMPARE(
+            SummaryClipboard::text(parsed(lines), {{4711, u"Spotify"_s}}, usInUtc),
+            u"Lullwick—Summary\nCaptured Monday, March 4, 2024 at 3:04:05\u202FPM\n\nIdle system sleep\n"_s +
+                (idle.isEmpty() ? none : idle) + u"\nAll system sleep\n"_s + none + u"\nDisplay sleep\n"_s +
+                (display.isEmpty() ? none : display));
     }
 
     void prettyDuration_data()
@@ -243,7 +160,11 @@ Display sleep
         QTEST(DetailsClipboard::text(snapshot, settings), "text");
     }
 
-    void noAnalysis() { QCOMPARE(RestartClipboard::text(std::nullopt), "(no analysis yet — click Analyze)"); }
+    void nothingToCopyYet()
+    {
+        QCOMPARE(SummaryClipboard::text(std::nullopt, {}), u"(no snapshot)"_s);
+        QCOMPARE(RestartClipboard::text(std::nullopt), "(no analysis yet — click Analyze)");
+    }
 
     void restartAnalysis_data()
     {

@@ -29,20 +29,6 @@ namespace {
 const QRegularExpression
     macWords(uR"(\bMac\b|macOS|Apple|Activity Monitor|System Settings|Finder|Spotlight)"_s);
 
-/// A desktop entry whose program is a script beside it that notes in "launched.log" how it was
-/// started.
-void writeEntry(const QString &folder, const QString &id, const QString &name)
-{
-    const QString program = folder + u"/bin-"_s + id;
-    Fixtures::writeFile(program, "#!/bin/sh\necho \"${0##*/} $*\" >>\"${0%/*}/launched.log\"\n");
-    QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
-    Fixtures::writeFile(
-        folder + u'/' + id + u".desktop"_s,
-        (u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2 --from-entry %U\nNoDisplay=true\n"_s)
-            .arg(name, program)
-            .toUtf8());
-}
-
 /// The lines the entries' programs noted when started.
 QStringList launched(const QString &folder)
 {
@@ -99,11 +85,15 @@ private Q_SLOTS:
         // A GNOME desktop with GNOME's settings panels and system monitor.
         const QString applications = m_desktop.path() + u"/applications"_s;
         QVERIFY(QDir().mkpath(applications));
-        writeEntry(applications, u"gnome-power-panel"_s, u"Power"_s);
-        writeEntry(applications, u"gnome-lock-panel"_s, u"Screen Lock"_s);
-        writeEntry(applications, u"gnome-bluetooth-panel"_s, u"Bluetooth"_s);
-        writeEntry(applications, u"gnome-sharing-panel"_s, u"Sharing"_s);
-        writeEntry(applications, u"gnome-system-monitor"_s, u"System Monitor"_s);
+        // Each program notes in "launched.log" how it was started.
+        for (const auto &[id, name] : {std::pair{"gnome-power-panel", "Power"},
+                                       {"gnome-lock-panel", "Screen Lock"},
+                                       {"gnome-bluetooth-panel", "Bluetooth"},
+                                       {"gnome-sharing-panel", "Sharing"},
+                                       {"gnome-system-monitor", "System Monitor"}})
+            Fixtures::writeDesktopEntry(applications, QString::fromLatin1(id), QString::fromLatin1(name),
+                                        "NoDisplay=true\n",
+                                        "echo \"${0##*/} $*\" >>\"${0%/*}/launched.log\"\n");
         useDesktop(m_desktop.path(), "ubuntu:GNOME");
 
         m_fake.setOutputFromFixture(u"assertions"_s, u"inhibitors-linux-desktop.txt"_s);
@@ -129,8 +119,15 @@ private Q_SLOTS:
         m_view->setSelectedTab(ContentView::Tab::summary);
     }
 
+    // Not a check: leaves the pages, light and dark, for people to look at.
     void cleanupTestCase()
     {
+        screenshot(ContentView::Tab::summary, u"linux-summary"_s);
+        screenshot(ContentView::Tab::details, u"linux-details"_s);
+        screenshot(ContentView::Tab::restart, u"linux-restart"_s);
+        QApplication::setPalette(darkPalette());
+        screenshot(ContentView::Tab::summary, u"linux-summary-dark"_s);
+        screenshot(ContentView::Tab::details, u"linux-details-dark"_s);
         delete m_view;
         QApplication::clipboard()->clear();
     }
@@ -159,19 +156,6 @@ private Q_SLOTS:
     {
         QFETCH(QString, block);
         QTEST(rowTitles(m_view, block), "titles");
-    }
-
-    void screenshots()
-    {
-        screenshot(ContentView::Tab::summary, u"linux-summary"_s);
-        screenshot(ContentView::Tab::details, u"linux-details"_s);
-        screenshot(ContentView::Tab::restart, u"linux-restart"_s);
-        const QPalette light = QApplication::palette();
-        QApplication::setPalette(darkPalette());
-        screenshot(ContentView::Tab::summary, u"linux-summary-dark"_s);
-        screenshot(ContentView::Tab::details, u"linux-details-dark"_s);
-        QApplication::setPalette(light);
-        m_view->setSelectedTab(ContentView::Tab::summary);
     }
 
     // The Restart tab with every Linux source speaking, light and dark; the stall report's decode

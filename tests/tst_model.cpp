@@ -60,49 +60,44 @@ private Q_SLOTS:
     }
 
     // Every pmset word: the kind it reads as, the kinds of sleep it holds off, and the name
-    // scripts see in the JSON report.
+    // scripts see in the JSON report (the word with a small first letter unless given).
     void everyTypeWord_data()
     {
         QTest::addColumn<QString>("word");
         QTest::addColumn<int>("kindCase");
         QTest::addColumn<QString>("blocks");
         QTest::addColumn<QString>("name");
-        const auto row = [](const QString &word, AssertionKind::Case c, const QString &blocks,
-                            const QString &name) {
-            QTest::addRow("%s", qPrintable(word.isEmpty() ? u"(empty)"_s : word))
-                << word << int(c) << blocks << name;
+        const auto row = [](const char *word, AssertionKind::Case c, const char *blocks,
+                            const char *name = {}) {
+            const QString w = QString::fromLatin1(word);
+            QTest::addRow("%s", *word ? word : "(empty)")
+                << w << int(c) << QString::fromLatin1(blocks)
+                << (name ? QString::fromLatin1(name) : w.first(1).toLower() + w.sliced(1));
         };
         using K = AssertionKind;
-        row(u"PreventUserIdleSystemSleep"_s, K::preventUserIdleSystemSleep, u"idle"_s,
-            u"preventUserIdleSystemSleep"_s);
-        row(u"PreventSystemSleep"_s, K::preventSystemSleep, u"idle system display"_s,
-            u"preventSystemSleep"_s);
-        row(u"PreventUserIdleDisplaySleep"_s, K::preventUserIdleDisplaySleep, u"idle display"_s,
-            u"preventUserIdleDisplaySleep"_s);
-        row(u"PreventDiskIdle"_s, K::preventDiskIdle, QString(), u"preventDiskIdle"_s);
-        row(u"UserIsActive"_s, K::userIsActive, QString(), u"userIsActive"_s);
-        row(u"SystemIsActive"_s, K::systemIsActive, u"idle"_s, u"systemIsActive"_s);
-        row(u"NoIdleSleepAssertion"_s, K::noIdleSleepLegacy, u"idle"_s, u"noIdleSleepLegacy"_s);
-        row(u"NoDisplaySleepAssertion"_s, K::noDisplaySleepLegacy, u"idle display"_s,
-            u"noDisplaySleepLegacy"_s);
-        row(u"DenySystemSleep"_s, K::denySystemSleepLegacy, u"idle system display"_s,
-            u"denySystemSleepLegacy"_s);
-        row(u"BackgroundTask"_s, K::backgroundTask, u"idle"_s, u"backgroundTask"_s);
-        row(u"ApplePushServiceTask"_s, K::applePushServiceTask, u"idle"_s, u"applePushServiceTask"_s);
-        row(u"InteractivePushServiceTask"_s, K::interactivePushServiceTask, u"idle"_s,
-            u"interactivePushServiceTask"_s);
-        row(u"SoftwareUpdateTask"_s, K::softwareUpdateTask, u"idle"_s, u"softwareUpdateTask"_s);
-        row(u"MaintenanceWake"_s, K::maintenanceWake, u"idle"_s, u"maintenanceWake"_s);
-        row(u"NetworkClientActive"_s, K::networkClientActive, u"idle"_s, u"networkClientActive"_s);
-        row(u"ExternalMedia"_s, K::externalMedia, QString(), u"externalMedia"_s);
-        row(u"DisplayWake"_s, K::displayWake, QString(), u"displayWake"_s);
-        row(u"RequiresDisplayAudio"_s, K::requiresDisplayAudio, QString(), u"requiresDisplayAudio"_s);
-        row(u"AwakeOnReservePower"_s, K::awakeOnReservePower, QString(), u"awakeOnReservePower"_s);
-        row(u"InternalPreventSleep"_s, K::internalPreventSleep, QString(), u"internalPreventSleep"_s);
-        row(u"InternalPreventDisplaySleep"_s, K::internalPreventDisplaySleep, QString(),
-            u"internalPreventDisplaySleep"_s);
-        row(u"preventuseridlesystemsleep"_s, K::other, QString(), u"other"_s);
-        row(QString(), K::other, QString(), u"other"_s);
+        row("PreventUserIdleSystemSleep", K::preventUserIdleSystemSleep, "idle");
+        row("PreventSystemSleep", K::preventSystemSleep, "idle system display");
+        row("PreventUserIdleDisplaySleep", K::preventUserIdleDisplaySleep, "idle display");
+        row("PreventDiskIdle", K::preventDiskIdle, "");
+        row("UserIsActive", K::userIsActive, "");
+        row("SystemIsActive", K::systemIsActive, "idle");
+        row("NoIdleSleepAssertion", K::noIdleSleepLegacy, "idle", "noIdleSleepLegacy");
+        row("NoDisplaySleepAssertion", K::noDisplaySleepLegacy, "idle display", "noDisplaySleepLegacy");
+        row("DenySystemSleep", K::denySystemSleepLegacy, "idle system display", "denySystemSleepLegacy");
+        row("BackgroundTask", K::backgroundTask, "idle");
+        row("ApplePushServiceTask", K::applePushServiceTask, "idle");
+        row("InteractivePushServiceTask", K::interactivePushServiceTask, "idle");
+        row("SoftwareUpdateTask", K::softwareUpdateTask, "idle");
+        row("MaintenanceWake", K::maintenanceWake, "idle");
+        row("NetworkClientActive", K::networkClientActive, "idle");
+        row("ExternalMedia", K::externalMedia, "");
+        row("DisplayWake", K::displayWake, "");
+        row("RequiresDisplayAudio", K::requiresDisplayAudio, "");
+        row("AwakeOnReservePower", K::awakeOnReservePower, "");
+        row("InternalPreventSleep", K::internalPreventSleep, "");
+        row("InternalPreventDisplaySleep", K::internalPreventDisplaySleep, "");
+        row("preventuseridlesystemsleep", K::other, "", "other");
+        row("", K::other, "", "other");
     }
     void everyTypeWord()
     {

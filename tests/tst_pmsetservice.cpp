@@ -67,8 +67,8 @@ private Q_SLOTS:
     {
         FakeToolDir fake;
         PMSetService service(fake.path() + "/missing/pmset", fake.path() + "/missing/ps");
-        const QString description = std::get<PMSetError>(service.fetchSettings().result()).errorDescription();
         // The fixed words, then the platform's reason.
+        const QString description = std::get<PMSetError>(service.fetchSettings().result()).errorDescription();
         QVERIFY2(description.startsWith("Couldn't run pmset: ") && description.size() > 20,
                  qPrintable(description));
         QVERIFY(!service.resolveProcessName(402).result());
@@ -185,8 +185,7 @@ private Q_SLOTS:
         const QString marker = dir.filePath(QStringLiteral("ran"));
         const ChildProcessResult result =
             ChildProcess::run(QStringLiteral("sh"), {"-c", "touch '" + marker + "'"});
-        QVERIFY(!result.started);
-        QVERIFY(!result.launchError.isEmpty());
+        QVERIFY(!result.started && !result.launchError.isEmpty());
         QVERIFY(!QFile::exists(marker));
     }
 };

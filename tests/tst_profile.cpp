@@ -2,6 +2,7 @@
 #include "catalog/ProcessCatalog.h"
 #include "model/AssertionKind.h"
 #include "platform/Profile.h"
+#include "pmset/PMSetService.h"
 #include "standin/TypeWords.h"
 #include "summary/AssertionRowText.h"
 
@@ -12,43 +13,6 @@ using namespace Qt::StringLiterals;
 using System = Profile::System;
 
 Q_DECLARE_METATYPE(System)
-
-namespace {
-
-/// The headline of the entry `name` gets, or an empty text when it gets none.
-QString headlineOf(const QString &name, System system)
-{
-    const std::optional<ProcessInfo> info = ProcessCatalog::info(name, Profile::of(system));
-    return info ? info->headline : QString();
-}
-
-Assertion assertion(qint64 pid, const QString &processName, const QString &type,
-                    std::optional<QString> extras = std::nullopt)
-{
-    Assertion a;
-    a.pid = pid;
-    a.processName = processName;
-    a.kind = AssertionKind::fromRawType(type);
-    a.extras = std::move(extras);
-    return a;
-}
-
-/// A desktop entry in `folder` whose program is a script there, unless `program` is given.
-void writeEntry(const QString &folder, const QString &id, const QString &name, const QString &extra = {},
-                QString program = {})
-{
-    if (program.isNull()) {
-        program = folder + u"/bin-"_s + id;
-        Fixtures::writeFile(program, "#!/bin/sh\n");
-        QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
-    }
-    Fixtures::writeFile(folder + u'/' + id + u".desktop"_s,
-                        (u"[Desktop Entry]\nType=Application\nName=%1\nExec=\"%2\" --page %U\n%3"_s)
-                            .arg(name, program, extra)
-                            .toUtf8());
-}
-
-} // namespace
 
 class TestProfile : public QObject {
     Q_OBJECT
@@ -62,103 +26,146 @@ private Q_SLOTS:
         const auto row = [](const char *title, System system, const QString &name, const QString &headline) {
             QTest::addRow("%s", title) << system << name << headline;
         };
+        const auto onMac = [&](const char *title, const QString &name, const QString &headline = {}) {
+            row(title, System::macOS, name, headline);
+        };
+        const auto onLinux = [&](const char *title, const QString &name, const QString &headline = {}) {
+            row(title, System::Linux, name, headline);
+        };
         const QString unattended = u"Unattended upgrades will finish before shutdown"_s;
         const QString session = u"An application asked the desktop session to stay awake"_s;
-        row("exact name, any letter case", System::Linux, u"NetworkManager"_s,
-            u"NetworkManager will disconnect before suspend"_s);
-        row("15-character cut name matches the key it begins", System::Linux, u"unattended-upgr"_s,
-            unattended);
-        row("cut name: the first of two keys it begins", System::Linux, u"UNATTENDED-UPGR"_s, unattended);
-        row("cut KDE power daemon", System::Linux, u"org_kde_powerde"_s,
-            u"KDE’s power management is handling the power keys"_s);
-        row("cut session manager is the proxy for applications", System::Linux, u"gnome-session-s"_s,
-            session);
-        row("session manager's whole name from its command line", System::Linux, u"gnome-session-binary"_s,
-            session);
-        row("14 characters are no cut name", System::Linux, u"unattended-upg"_s, QString());
-        row("16 characters begin a key but are no cut name", System::Linux, u"unattended-upgra"_s, QString());
-        row("15 characters that begin no key", System::Linux, u"gnome-session-x"_s, QString());
-        row("systemd-inhibit is 15 characters and its own key", System::Linux, u"systemd-inhibit"_s,
-            u"A command is holding a sleep lock through systemd-inhibit"_s);
-        row("a key continued by a hyphen", System::Linux, u"xdg-desktop-portal-gnome"_s,
-            u"An app is asking through the desktop portal"_s);
-        row("a Mac process is unknown on Linux", System::Linux, u"coreaudiod"_s, QString());
-        row("the Mac catalog keeps names whole", System::macOS, u"quicktime playe"_s, QString());
-        row("the Mac catalog is unchanged", System::macOS, u"QuickTime Player"_s,
-            u"QuickTime Player is playing media"_s);
-        row("a Linux daemon is unknown on a Mac", System::macOS, u"NetworkManager"_s, QString());
+        const QString spotlightFile = u"Spotlight is processing a file"_s;
+        const QString spotlightIndex = u"Spotlight is writing its index"_s;
+        onMac("letter case ignored", u"WindowServer"_s, u"Recent keyboard or mouse activity"_s);
+        onMac("key with a space", u"QuickTime Player"_s, u"QuickTime Player is playing media"_s);
+        onMac("mixed-case key", u"itunes"_s, u"iTunes is playing"_s);
+        onMac("underscore continues", u"mdworker_shared"_s, spotlightFile);
+        onMac("hyphen continues", u"mdworker-x"_s, spotlightFile);
+        onMac("letter does not continue", u"mdworkers"_s);
+        onMac("space does not continue", u"Spotify Helper"_s);
+        onMac("first part of a hyphenated key", u"channels"_s);
+        onMac("leading space is not trimmed", u" smbd"_s);
+        onMac("key later in the name", u"com.apple.mds"_s);
+        // "mds" comes first in the table and is also continued by these names.
+        onMac("exact key beats a shorter key", u"mds_stores"_s, spotlightIndex);
+        onMac("longest continued key wins", u"mds_stores_x"_s, spotlightIndex);
+        onMac("the Mac catalog keeps names whole", u"quicktime playe"_s);
+        onMac("a Linux daemon is unknown on a Mac", u"NetworkManager"_s);
+        onLinux("exact name, any letter case", u"NetworkManager"_s,
+                u"NetworkManager will disconnect before suspend"_s);
+        onLinux("15-character cut name matches the key it begins", u"unattended-upgr"_s, unattended);
+        onLinux("cut name: the first of two keys it begins", u"UNATTENDED-UPGR"_s, unattended);
+        onLinux("cut KDE power daemon", u"org_kde_powerde"_s,
+                u"KDE’s power management is handling the power keys"_s);
+        onLinux("cut session manager is the proxy for applications", u"gnome-session-s"_s, session);
+        onLinux("session manager's whole name from its command line", u"gnome-session-binary"_s, session);
+        onLinux("14 characters are no cut name", u"unattended-upg"_s);
+        onLinux("16 characters begin a key but are no cut name", u"unattended-upgra"_s);
+        onLinux("15 characters that begin no key", u"gnome-session-x"_s);
+        onLinux("systemd-inhibit is 15 characters and its own key", u"systemd-inhibit"_s,
+                u"A command is holding a sleep lock through systemd-inhibit"_s);
+        onLinux("a key continued by a hyphen", u"xdg-desktop-portal-gnome"_s,
+                u"An app is asking through the desktop portal"_s);
+        onLinux("a Mac process is unknown on Linux", u"coreaudiod"_s);
     }
     void catalogLookup()
     {
         QFETCH(System, system);
         QFETCH(QString, name);
-        QTEST(headlineOf(name, system), "headline");
+        const std::optional<ProcessInfo> info = ProcessCatalog::info(name, Profile::of(system));
+        QTEST(info ? info->headline : QString(), "headline");
     }
 
+    // Every entry has a call to action; the texts use typographic apostrophes and quotation marks.
     void linuxCatalogIsWholeAndUnique()
     {
-        const QList<CatalogEntry> &entries = Profile::of(System::Linux).catalog();
-        QVERIFY(entries.size() >= 35);
+        const Profile &onLinux = Profile::of(System::Linux);
+        QStringList texts = onLinux.allTexts();
         QSet<QString> keys;
-        for (const CatalogEntry &e : entries) {
-            QVERIFY2(!keys.contains(e.key), qPrintable(e.key));
+        for (const CatalogEntry &e : onLinux.catalog()) {
+            QVERIFY2(!keys.contains(e.key) && e.info.callToAction, qPrintable(e.key));
             keys.insert(e.key);
-            QVERIFY2(e.info.callToAction.has_value(), qPrintable(e.key));
+            texts << e.info.headline << e.info.explanation << *e.info.callToAction;
         }
         for (const char *holder :
              {"networkmanager", "upowerd", "modemmanager", "gsd-power", "gsd-media-keys", "gnome-shell",
               "gnome-session-service", "org_kde_powerdevil", "unattended-upgrade-shutdown", "packagekitd",
               "firefox", "vlc", "mpv", "systemd-inhibit"})
             QVERIFY2(keys.contains(QString::fromLatin1(holder)), holder);
+        QVERIFY(keys.size() >= 35);
         QCOMPARE(Profile::of(System::macOS).catalog().size(), 34);
-    }
-
-    // Linux texts are written with typographic apostrophes and quotation marks.
-    void linuxTextsAreTypographic()
-    {
-        const Profile &onLinux = Profile::of(System::Linux);
-        QStringList texts = onLinux.allTexts();
-        for (const CatalogEntry &e : onLinux.catalog())
-            texts << e.info.headline << e.info.explanation << e.info.callToAction.value_or(QString());
         for (const QString &text : std::as_const(texts))
             QVERIFY2(!text.contains(u'\'') && !text.contains(u'"'), qPrintable(text));
     }
 
-    // A lock held for someone else is titled and explained by that one, once ps names it.
-    void proxyRowsExplainWhomTheyHoldFor_data()
+    // A row is titled by its catalog entry or its reason; a lock held for someone else is titled
+    // and explained by that one, once ps names it.
+    void rowTexts_data()
     {
-        QTest::addColumn<Assertion>("held");
-        QTest::addColumn<QString>("createdForName"); // empty: not resolved yet
+        QTest::addColumn<System>("system");
+        QTest::addColumn<QString>("lines"); // one assertion of a listing
         QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("createdForLine");
-        const Assertion inhibit =
-            assertion(900, u"systemd-inhibit"_s, u"PreventUserIdleDisplaySleep"_s, u"Created for PID: 901"_s);
-        const Assertion session = assertion(1500, u"gnome-session-b"_s, u"PreventUserIdleDisplaySleep"_s,
-                                            u"Created for PID: 4200\nApplication: org.gnome.Totem"_s);
-        QTest::addRow("systemd-inhibit before its command is named")
-            << inhibit << QString() << u"A command is holding a sleep lock through systemd-inhibit"_s
-            << u"Created for pid 901"_s;
-        QTest::addRow("systemd-inhibit running rsync")
-            << inhibit << u"rsync"_s << u"rsync is copying files"_s << u"Created for rsync (pid 901)"_s;
-        QTest::addRow("session inhibitor of a video player")
-            << session << u"totem"_s << u"Videos (Totem) is playing media"_s
-            << u"Created for totem (pid 4200)"_s;
-        QTest::addRow("session inhibitor of an unknown application keeps the session's title")
-            << session << u"my-editor"_s << u"An application asked the desktop session to stay awake"_s
-            << u"Created for my-editor (pid 4200)"_s;
+        QTest::addColumn<QString>("createdForLine"); // empty: none
+        const auto row = [](const char *name, System system, const QString &lines, const QString &title,
+                            const QString &createdFor = {}) {
+            QTest::addRow("%s", name) << system << lines << title << createdFor;
+        };
+        const QString idle = u"Keeping the Mac awake while otherwise idle."_s;
+        const QString head = u"   pid 5(renderd): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s;
+        const QString audio =
+            u"   pid 312(coreaudiod): [0x1] 00:00:01 PreventUserIdleSystemSleep\n\tCreated for PID: "_s;
+        const auto onMac = [&](const char *name, const QString &reason, const QString &title) {
+            row(name, System::macOS, head + reason, title);
+        };
+        row("catalog headline", System::macOS, u"   pid 5(mds): [0x1] 00:00:01 PreventUserIdleSystemSleep"_s,
+            u"Spotlight is indexing"_s);
+        onMac("dotted name falls back", u" named: \"com.example.render.job\""_s, idle);
+        onMac("friendly name", u" named: \"Rendering video\""_s, u"Rendering video"_s);
+        onMac("localized value trimmed, before the name",
+              u" named: \"com.x.y.z\"\n\tLocalized=  Preparing backup \u00a0"_s, u"Preparing backup"_s);
+        onMac("blank localized value gives way to the name",
+              u" named: \"Render\"\n\tLocalized=\n\tLocalized=Later"_s, u"Render"_s);
+        onMac("dotted localized value wins over a nice name", u" named: \"Nice reason\"\n\tLocalized=a.b.c"_s,
+              idle);
+        onMac("empty name", u" named: \"\""_s, idle);
+        row("created-for name in the catalog", System::macOS, audio + u"8."_s, u"FaceTime call is active"_s,
+            u"Created for FaceTime (pid 8)"_s);
+        row("created-for name outside the catalog", System::macOS, audio + u"9."_s,
+            u"An audio device or routing session is active"_s, u"Created for %2 Unknown (pid 9)"_s);
+        const QString inhibit =
+            u"   pid 900(systemd-inhibit): [0x1] 1 PreventUserIdleDisplaySleep\n\tCreated for PID: "_s;
+        const QString session = u"   pid 1500(gnome-session-b): [0x1] 1 PreventUserIdleDisplaySleep\n"
+                                u"\tCreated for PID: %1\n\tApplication: org.gnome.Totem"_s;
+        row("systemd-inhibit before its command is named", System::Linux, inhibit + u"902"_s,
+            u"A command is holding a sleep lock through systemd-inhibit"_s, u"Created for pid 902"_s);
+        row("systemd-inhibit running rsync", System::Linux, inhibit + u"901"_s, u"rsync is copying files"_s,
+            u"Created for rsync (pid 901)"_s);
+        row("session inhibitor of a video player", System::Linux, session.arg(4200),
+            u"Videos (Totem) is playing media"_s, u"Created for totem (pid 4200)"_s);
+        row("session inhibitor of an unknown application keeps the session's title", System::Linux,
+            session.arg(4201), u"An application asked the desktop session to stay awake"_s,
+            u"Created for my-editor (pid 4201)"_s);
     }
-    void proxyRowsExplainWhomTheyHoldFor()
+    void rowTexts()
     {
-        const ScopedProfile onLinux(System::Linux);
-        QFETCH(Assertion, held);
-        QFETCH(QString, createdForName);
-        ResolvedNames names;
-        if (!createdForName.isEmpty())
-            names.insert(*held.createdForPID(), createdForName);
+        QFETCH(System, system);
+        QFETCH(QString, lines);
+        const ScopedProfile profile(system);
+        const Assertion held =
+            PMSetService::parse(u"Listed by owning process:\n"_s + lines + u'\n', {}).assertions.value(0);
+        const ResolvedNames names{{8, u"FaceTime"_s},
+                                  {9, u"%2 Unknown"_s},
+                                  {901, u"rsync"_s},
+                                  {4200, u"totem"_s},
+                                  {4201, u"my-editor"_s}};
         const AssertionRowText row = AssertionRowText::make(held, names);
         QTEST(row.title, "title");
         QTEST(row.createdForLine.value_or(QString()), "createdForLine");
-        QCOMPARE(row.revealPID, *held.createdForPID());
+        QCOMPARE(row.revealPID, held.createdForPID().value_or(held.pid));
+        if (row.createdForPID == 9) { // an unknown creator is named, but explains nothing
+            QCOMPARE(row.callToAction, row.ownCallToAction);
+            QVERIFY(row.explanation->startsWith(u"Core Audio is macOS’s sound engine."_s));
+        }
     }
 
     // Every word the stand-in writes is explained, none with the fallback for unknown words.
@@ -221,11 +228,11 @@ private Q_SLOTS:
         for (const QString &item : installed) {
             const QString id = item.section(u':', -1);
             if (item.startsWith(u"missing:"))
-                writeEntry(folder.path(), id, id, {}, folder.path() + u"/not-here"_s);
+                Fixtures::writeDesktopEntry(folder.path(), id, id, {}, QByteArray());
             else if (item.startsWith(u"hidden:"))
-                writeEntry(folder.path(), id, id, u"Hidden=true\n"_s);
-            else
-                writeEntry(folder.path(), id, id, u"NoDisplay=true\n"_s); // settings pages hide from menus
+                Fixtures::writeDesktopEntry(folder.path(), id, id, "Hidden=true\n");
+            else // settings pages hide from menus
+                Fixtures::writeDesktopEntry(folder.path(), id, id, "NoDisplay=true\n");
         }
         const Profile &onLinux = Profile::of(System::Linux);
         const auto [links, viewer] = Profile::pickFromDesktop(
@@ -234,7 +241,7 @@ private Q_SLOTS:
         QStringList shown;
         for (const OpenTarget &link : links) {
             // Started from the entry: its program, without the field code.
-            QCOMPARE(link.arguments, QStringList{u"--page"_s});
+            QCOMPARE(link.arguments, QStringList{u"--from-entry"_s});
             shown << link.label + u" → "_s + link.program.section(u"/bin-"_s, 1);
         }
         QTEST(shown, "links");

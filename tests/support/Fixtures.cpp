@@ -19,6 +19,19 @@ void writeFile(const QString &path, const QByteArray &bytes)
         qFatal("cannot write %s", qPrintable(path));
 }
 
+void writeDesktopEntry(const QString &folder, const QString &id, const QString &name, const QByteArray &extra,
+                       const QByteArray &script)
+{
+    const QString program = folder + QStringLiteral("/bin-") + id;
+    if (!script.isNull()) {
+        writeFile(program, "#!/bin/sh\n" + script);
+        QFile::setPermissions(program, QFile::permissions(program) | QFile::ExeOwner);
+    }
+    writeFile(folder + u'/' + id + QStringLiteral(".desktop"),
+              "[Desktop Entry]\nType=Application\nName=" + name.toUtf8() + "\nExec=\"" + program.toUtf8() +
+                  "\" --from-entry %U\n" + extra);
+}
+
 QByteArray generatedAssertions(int count, int createdForPIDs)
 {
     static const char *const types[] = {
