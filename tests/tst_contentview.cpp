@@ -163,17 +163,14 @@ private Q_SLOTS:
     void closingWhileAToolHangsEndsIt()
     {
         FakeToolDir fake;
-        fake.setSleep("assertions", 60);
+        // An hour: a close that waited for the tool would hang here until QtTest's watchdog fails it.
+        fake.setSleep("assertions", 3600);
         auto app =
             std::make_unique<LullwickApp>(contentOver(fake), std::make_unique<FeedUpdater>(QUrl(), "0.1.0"));
         app->window().show();
         QVERIFY(fake.waitForStart("assertions"));
-        QElapsedTimer closing;
-        closing.start();
         app->window().close();
         app.reset();
-        // A generous bound against a tool that sleeps for a minute: only a wait for it could miss it.
-        QVERIFY2(closing.elapsed() < 1000, qPrintable(QString::number(closing.elapsed())));
         const QList<FakeToolDir::Call> calls = fake.pmsetCalls();
         QCOMPARE(calls.size(), 1); // the queued settings read never started
         QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(calls[0].pid), 1000);

@@ -150,6 +150,9 @@ QString expectedWithin(const Run &run, const std::function<QString(const QDateTi
 
 } // namespace
 
+// Declared before the data functions use it as a column type.
+Q_DECLARE_METATYPE(Output)
+
 class TestReport : public QObject {
     Q_OBJECT
 
@@ -445,8 +448,6 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!FakeToolDir::processGroupAlive(tool), 10'000);
     }
 };
-
-Q_DECLARE_METATYPE(Output)
 
 QTEST_GUILESS_MAIN(TestReport)
 #include "tst_report.moc"

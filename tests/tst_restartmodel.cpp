@@ -115,6 +115,29 @@ private Q_SLOTS:
         QCOMPARE(rig.model()->runningApps(), (QList<RunningAppInfo>{rig.apps[2], rig.apps[3]}));
     }
 
+    // The list is read on a worker after the fresh pmset reading, and the analysis gets it.
+    void runningAppsAreListedOffTheUIThreadAfterTheReading()
+    {
+        Rig rig;
+        QThread *listedOn = nullptr;
+        QList<FakeToolDir::Call> callsWhenListed;
+        auto model = std::make_unique<RestartModel>(
+            [&] {
+                listedOn = QThread::currentThread();
+                callsWhenListed = rig.fake.pmsetCalls();
+                return rig.apps;
+            },
+            rig.fake.pmsetPath(), rig.fake.logPath(), rig.fake.spindumpPath(), rig.reports.path());
+        model->analyze();
+        QVERIFY(settle(*model));
+        QVERIFY(listedOn);
+        QVERIFY(listedOn != QCoreApplication::instance()->thread());
+        QCOMPARE(callsWhenListed.size(), 1);
+        QVERIFY(callsWhenListed.first().endNs != 0);
+        QVERIFY(std::any_of(model->analysis()->findings.cbegin(), model->analysis()->findings.cend(),
+                            [](const RestartFinding &f) { return f.detail.contains(u"TextEdit"_s); }));
+    }
+
     void decodeDuringAnalysisLeavesTheNewerAnalysis()
     {
         Rig rig;

@@ -8,6 +8,7 @@
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
 #include "summary/AssertionRow.h"
+#include "summary/AssertionRowText.h"
 #include "summary/SummaryView.h"
 #include "ui/DisclosureGroup.h"
 #include "ui/Icons.h"
@@ -253,11 +254,15 @@ private slots:
         if (!error.isNull())
             v.feed.setLastError(error);
         QStringList visible;
-        if (v.summary.findChild<QWidget *>(u"errorBox"_s)->isVisibleTo(&v.summary))
+        const auto shownPart = [&](const QString &name) { // a part not made yet is not shown either
+            const auto *part = v.summary.findChild<QWidget *>(name);
+            return part && part->isVisibleTo(&v.summary);
+        };
+        if (shownPart(u"errorBox"_s))
             visible << u"error"_s;
-        if (v.summary.findChild<QWidget *>(u"readingLabel"_s)->isVisibleTo(&v.summary))
+        if (shownPart(u"readingLabel"_s))
             visible << u"reading"_s;
-        if (v.summary.findChild<QWidget *>(u"introLabel"_s)->isVisibleTo(&v.summary))
+        if (shownPart(u"introLabel"_s))
             visible << u"page"_s;
         QTEST(visible.join(u' '), "shown");
         if (!error.isNull())
@@ -358,6 +363,143 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), u"4711"_s);
         rowOf(v.summary, u"backupd"_s)->findChild<QAbstractButton *>(u"rowActivityMonitor"_s)->click();
         QCOMPARE(QGuiApplication::clipboard()->text(), u"88"_s);
+    }
+
+    // A new reading keeps the rows of the assertions it still holds, matched by process, assertion
+    // and kind rather than by the new ids; only what differs is shown anew.
+    void rowsOutliveReadingsOfTheSameAssertions_data()
+    {
+        QTest::addColumn<QString>("from"); // replaced in the listing…
+        QTest::addColumn<QString>("to");   // …by this
+        QTest::addColumn<QString>("idleTitles");
+        QTest::addColumn<QString>("rebuilt"); // processes whose rows in the idle block are new
+        QTest::addRow("same content, new ids") << QString() << QString()
+                                               << u"An audio device or routing session is active|Time "
+                                                  u"Machine is running a backup|Syncing photos"_s
+                                               << QString();
+        QTest::addRow("held time moves on: the badge changes in place")
+            << u"01:05:00 PreventSystemSleep"_s << u"01:06:00 PreventSystemSleep"_s
+            << u"An audio device or routing session is active|Time Machine is running a backup|Syncing photos"_s
+            << QString();
+        QTest::addRow("an assertion no longer blocks: its row goes")
+            << u"PreventSystemSleep named"_s << u"ExternalMedia named"_s
+            << u"An audio device or routing session is active|Syncing photos"_s << QString();
+        QTest::addRow("an assertion of another kind: a new row in its place")
+            << u"01:05:00 PreventSystemSleep"_s << u"01:05:00 PreventUserIdleSystemSleep"_s
+            << u"An audio device or routing session is active|Time Machine is running a backup|Syncing photos"_s
+            << u"backupd"_s;
+    }
+    void rowsOutliveReadingsOfTheSameAssertions()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        Views v;
+        v.summary.resize(720, 900);
+        v.summary.show();
+        v.feed.setSnapshot(everyKind());
+        settle();
+        QHash<QString, AssertionRow *> before;
+        for (AssertionRow *row : v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>())
+            before.insert(row->assertion().processName, row);
+
+        QString listing = Fixtures::readText(u"assertions-every-kind.txt"_s);
+        if (!from.isNull())
+            listing.replace(from, to);
+        const AssertionsSnapshot next = PMSetService::parse(listing, QDateTime::currentDateTimeUtc());
+        v.feed.setSnapshot(next);
+        settle();
+
+        // In the block's order, each row showing the new reading's assertion, id included.
+        const QList<Assertion> blockers = next.blockers(SleepKind::idleSystem);
+        QList<AssertionRow *> rows = v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>();
+        std::sort(rows.begin(), rows.end(), [](auto *a, auto *b) { return a->y() < b->y(); });
+        QCOMPARE(rows.size(), blockers.size());
+        QStringList titles, rebuilt;
+        for (qsizetype i = 0; i < rows.size(); ++i) {
+            QCOMPARE(rows[i]->assertion(), blockers[i]);
+            QCOMPARE(textOf(rows[i], u"rowHeldText"_s),
+                     u"Held "_s + AssertionRowText::prettyDuration(blockers[i].timeHeld));
+            titles << textOf(rows[i], u"rowTitle"_s);
+            if (before.value(blockers[i].processName) != rows[i])
+                rebuilt << blockers[i].processName;
+        }
+        QTEST(titles.join(u'|'), "idleTitles");
+        QTEST(rebuilt.join(u'|'), "rebuilt");
+    }
+
+    // A closed block makes no rows; opening it shows the reading and names of that moment.
+    void closedBlockBuildsItsRowsWhenOpened()
+    {
+        Views v;
+        v.summary.resize(720, 900);
+        v.summary.show();
+        v.feed.setSnapshot(listing({}));
+        auto *idle = v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s);
+        idle->findChild<DisclosureGroup *>()->header()->click();
+        v.feed.setSnapshot(everyKind());
+        v.feed.storeResolvedName(4711, u"Spotify"_s);
+        settle();
+        QVERIFY(idle->findChildren<AssertionRow *>().isEmpty());
+        QCOMPARE(textOf(idle, u"blockCount"_s), u"3 blockers"_s);
+
+        idle->findChild<DisclosureGroup *>()->header()->click();
+        settle();
+        QCOMPARE(idle->findChildren<AssertionRow *>().size(), 3);
+        QCOMPARE(textOf(rowOf(v.summary, u"coreaudiod"_s), u"rowTitle"_s),
+                 u"Spotify is playing or holding a session"_s);
+        for (AssertionRow *row : idle->findChildren<AssertionRow *>())
+            QVERIFY(row->isVisible());
+    }
+
+    // The label that shapes its text once breaks, measures and paints it exactly as QLabel does.
+    void textLabelMatchesQLabel_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("wrap");
+        QTest::addColumn<int>("width");
+        const QString paragraph =
+            u"Power-management assertions are signals from apps and from the system itself that say, "
+            u"in effect, “don’t sleep yet, I’m doing something.” Each names the kind of sleep it prevents."_s;
+        QTest::addRow("one line that fits") << u"Held 12m 31s"_s << true << 300;
+        QTest::addRow("a paragraph broken into lines") << paragraph << true << 300;
+        QTest::addRow("a paragraph at its page's width") << paragraph << true << 700;
+        QTest::addRow("narrower than its widest word") << paragraph << true << 40;
+        QTest::addRow("a line that exactly fits") << paragraph << true << -1; // its own unbroken width
+        QTest::addRow("line feeds in the text") << u"First line\nsecond, rather longer line\nthird"_s << true << 90;
+        QTest::addRow("right to left") << u"שלום עולם, זהו טקסט ארוך למדי שנשבר לשורות"_s << true << 120;
+        QTest::addRow("not wrapping") << paragraph << false << 200;
+        QTest::addRow("empty") << QString() << true << 200;
+    }
+    void textLabelMatchesQLabel()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, wrap);
+        QFETCH(int, width);
+        QWidget window;
+        auto *ours = TextStyle::label(text, TextStyle::Style::callout, Role::primary,
+                                      wrap ? TextStyle::Option::wrap : TextStyle::Option::none, &window);
+        auto *theirs = new QLabel(&window);
+        theirs->setFont(ours->font());
+        theirs->setPalette(ours->palette());
+        theirs->setWordWrap(wrap);
+        theirs->setTextFormat(Qt::PlainText);
+        theirs->setText(text);
+        if (width < 0)
+            width = QFontMetrics(ours->font()).boundingRect(QRect(0, 0, 2000, 2000), Qt::TextWordWrap, text).width();
+
+        QCOMPARE(ours->heightForWidth(width), theirs->heightForWidth(width));
+        QCOMPARE(ours->minimumSizeHint(), theirs->minimumSizeHint());
+        if (!wrap)
+            QCOMPARE(ours->sizeHint(), theirs->sizeHint());
+        const QSize size(width, qMax(theirs->heightForWidth(width), theirs->sizeHint().height()));
+        const auto paint = [&size](QLabel *label) {
+            label->resize(size);
+            QImage image(size, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::white);
+            label->render(&image);
+            return image;
+        };
+        QCOMPARE(paint(ours), paint(theirs));
     }
 
     void detailsLineColours_data()

@@ -125,9 +125,10 @@ DetailsView::DetailsView(AssertionsModel *model, QWidget *parent) : QScrollArea(
     m_settings = makeSection(texts.settingsHeading, u"settings"_s);
     column->addStretch();
 
-    connect(m_model, &AssertionsModel::snapshotChanged, this, &DetailsView::showAll);
-    connect(m_model, &AssertionsModel::settingsRawChanged, this, &DetailsView::showAll);
-    showAll();
+    // A refresh brings both texts one after the other; each section changes only with its own.
+    connect(m_model, &AssertionsModel::snapshotChanged, this, [this] { showAll(); });
+    connect(m_model, &AssertionsModel::settingsRawChanged, this, [this] { showAll(); });
+    showAll(true);
 }
 
 DetailsView::Section DetailsView::makeSection(const QString &heading, const QString &objectName)
@@ -141,7 +142,7 @@ DetailsView::Section DetailsView::makeSection(const QString &heading, const QStr
     auto *bodyColumn = new QVBoxLayout(body);
     bodyColumn->setContentsMargins(0, 0, 0, 0);
     Section section{new SelectableText(body),
-                    TextStyle::label(u"(no output)"_s, Style::body, Role::secondary, {}, body)};
+                    TextStyle::label(u"(no output)"_s, Style::body, Role::secondary, {}, body), {}};
     section.text->setObjectName(objectName + u"Text"_s);
     section.empty->setObjectName(objectName + u"Empty"_s);
     bodyColumn->addWidget(section.text);
@@ -150,18 +151,21 @@ DetailsView::Section DetailsView::makeSection(const QString &heading, const QStr
     return section;
 }
 
-void DetailsView::showSection(Section section, const QString &output)
+void DetailsView::showSection(Section &section, const QString &output, bool again)
 {
+    if (!again && output == section.shown)
+        return;
+    section.shown = output;
     section.empty->setVisible(output.isEmpty());
     section.text->setVisible(!output.isEmpty());
     coloredText(section.text->document(), output, NamedColor::basePalette(this));
 }
 
-void DetailsView::showAll()
+void DetailsView::showAll(bool again)
 {
     const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
-    showSection(m_assertions, snapshot ? snapshot->rawOutput : QString());
-    showSection(m_settings, m_model->settingsRaw());
+    showSection(m_assertions, snapshot ? snapshot->rawOutput : QString(), again);
+    showSection(m_settings, m_model->settingsRaw(), again);
 }
 
 void DetailsView::changeEvent(QEvent *event)
@@ -169,7 +173,7 @@ void DetailsView::changeEvent(QEvent *event)
     QScrollArea::changeEvent(event);
     // The line colours live in the documents, so a new palette means rendering them again.
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
-        showAll();
+        showAll(true);
 }
 
 } // namespace lullwick

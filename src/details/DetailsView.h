@@ -25,11 +25,13 @@ private:
     struct Section {
         SelectableText *text;
         QLabel *empty;
+        QString shown; ///< the output the section shows, so that the same output is not coloured again
     };
 
     [[nodiscard]] Section makeSection(const QString &heading, const QString &objectName);
-    void showSection(Section section, const QString &output);
-    void showAll();
+    /// Shows `output` in `section`, unless it shows it already; `again` colours it anew all the same.
+    void showSection(Section &section, const QString &output, bool again = false);
+    void showAll(bool again = false);
 
     AssertionsModel *m_model;
     Section m_assertions{};

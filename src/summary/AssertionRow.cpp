@@ -1,15 +1,14 @@
 #include "summary/AssertionRow.h"
 
 #include "platform/Workspace.h"
-#include "ui/Card.h"
 #include "ui/Icons.h"
 #include "ui/TextLabel.h"
 #include "ui/TextStyle.h"
+#include "ui/Visibility.h"
 
-#include <QHBoxLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +22,13 @@ namespace {
 
 // The lines that a row may leave out, in their order below the process line.
 enum OptionalLine { createdForLine, explanationLine, callToActionLine };
-constexpr int firstOptionalLine = 2; // after the title row and the process line
+
+// Where the lines go: 6 points above and below the row, 4 between its lines, the held badge 8
+// points (and the spacing on either side) after the title, and 4 more above the button.
+constexpr int rowPadding = 6;
+constexpr int lineSpacing = 4;
+constexpr int titleGap = 12 + 8 + 12;
+constexpr int buttonGap = 4;
 
 } // namespace
 
@@ -34,40 +39,29 @@ void revealInProcessViewer(qint64 pid, const std::optional<OpenTarget> &viewer)
         Workspace::open(*viewer);
 }
 
-QWidget *heldDurationLabel(const QString &timeHeld, QWidget *parent)
+QLabel *heldDurationLabel(const QString &timeHeld, QWidget *parent)
 {
-    auto *badge = new Card(Role::secondary, 0.10, 0, 6, parent);
-    badge->setObjectName(u"rowHeld"_s);
-    badge->column()->setContentsMargins(8, 2, 8, 2);
+    // One painted widget rather than a card holding a label: pages hold hundreds of rows.
+    auto *badge = new TextLabel(parent);
+    TextStyle::apply(badge, Style::callout, Role::secondary, Option::plainText);
+    badge->setObjectName(u"rowHeldText"_s);
+    badge->setFill(Role::secondary, 0.10, 6);
+    badge->setContentsMargins(8, 2, 8, 2);
     badge->setToolTip(u"How long this assertion has been held, since the moment the process created it."_s);
     badge->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // DejaVu and the system fonts draw digits of one width already; Qt 6.4 cannot ask for "tnum".
-    auto *text = TextStyle::label(u"Held "_s + AssertionRowText::prettyDuration(timeHeld), Style::callout,
-                                  Role::secondary, {}, badge);
-    text->setObjectName(u"rowHeldText"_s);
-    badge->column()->addWidget(text);
+    badge->setText(u"Held "_s + AssertionRowText::prettyDuration(timeHeld));
     return badge;
 }
 
 AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWidget *parent)
-    : QWidget(parent), m_assertion(std::move(assertion)), m_text(AssertionRowText::make(m_assertion, names)),
-      m_column(new QVBoxLayout(this))
+    : QWidget(parent), m_assertion(std::move(assertion)), m_text(AssertionRowText::make(m_assertion, names))
 {
     setObjectName(u"assertionRow"_s);
-    m_column->setContentsMargins(0, 6, 0, 6);
-    m_column->setSpacing(4);
-
-    auto *titleRow = new QHBoxLayout;
-    titleRow->setSpacing(12);
     m_title =
         TextStyle::label(m_text.title, Style::body, Role::primary, Option::semibold | Option::wrap, this);
     m_title->setObjectName(u"rowTitle"_s);
-    titleRow->addWidget(m_title, 1, Qt::AlignTop);
-    titleRow->addSpacing(8);
-    QWidget *badge = heldDurationLabel(m_assertion.timeHeld, this);
-    m_held = badge->findChild<QLabel *>(u"rowHeldText"_s);
-    titleRow->addWidget(badge, 0, Qt::AlignTop);
-    m_column->addLayout(titleRow);
+    m_held = heldDurationLabel(m_assertion.timeHeld, this);
 
     auto *process = new TextLabel(this);
     TextStyle::apply(process, Style::callout, Role::secondary, Option::wrap | Option::plainText);
@@ -75,11 +69,7 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     process->setText(m_assertion.processName + m_text.processSuffix);
     process->setEmphasis(int(m_assertion.processName.size()), QFont::Medium);
     m_process = process;
-    m_column->addWidget(process);
 
-    auto *buttonRow = new QHBoxLayout;
-    buttonRow->setContentsMargins(0, 4, 0, 0);
-    buttonRow->setSpacing(12);
     // Without a process viewer the button still copies the PID, and says so.
     const Profile::Summary &texts = Profile::current().summary();
     std::optional<OpenTarget> viewer = Profile::current().processViewer();
@@ -91,10 +81,7 @@ AssertionRow::AssertionRow(Assertion assertion, const ResolvedNames &names, QWid
     button->setToolTip(viewer ? texts.viewerTooltip.arg(viewer->label) : texts.copyPIDTooltip);
     connect(button, &QPushButton::clicked, this,
             [this, viewer = std::move(viewer)] { revealInProcessViewer(m_text.revealPID, viewer); });
-    buttonRow->addStretch();
-    buttonRow->addWidget(button);
-    buttonRow->addStretch();
-    m_column->addLayout(buttonRow);
+    m_button = button;
 
     showNames(names);
 }
@@ -107,6 +94,7 @@ void AssertionRow::showNames(const ResolvedNames &names)
     showLine(m_createdFor, createdForLine, m_text.createdForLine);
     showLine(m_explanation, explanationLine, m_text.explanation);
     showLine(m_callToAction, callToActionLine, m_text.callToAction);
+    relayout();
 }
 
 void AssertionRow::showAssertion(Assertion assertion, const ResolvedNames &names)
@@ -118,15 +106,17 @@ void AssertionRow::showAssertion(Assertion assertion, const ResolvedNames &names
         m_held->setText(held);
     showNames(names);
     const QString process = m_assertion.processName + m_text.processSuffix;
-    if (m_process->text() != process)
+    if (m_process->text() != process) {
         m_process->setText(process);
+        relayout();
+    }
 }
 
 void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QString> &text)
 {
     if (!text) {
         if (label)
-            label->hide();
+            setShown(label, false);
         return;
     }
     if (!label) {
@@ -144,18 +134,95 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
         const LineStyle &style = styles[position];
         label = TextStyle::label({}, Style::callout, style.color, style.options, this);
         label->setObjectName(QString::fromUtf16(style.objectName));
-        int index = firstOptionalLine;
-        for (QLabel *earlier : {m_createdFor, m_explanation, m_callToAction}) {
-            if (earlier == label)
-                break;
-            if (earlier)
-                ++index;
-        }
-        m_column->insertWidget(index, label);
     }
     if (label->text() != *text)
         label->setText(*text);
-    label->show();
+    setShown(label, true);
+}
+
+} // namespace lullwick
+
+namespace lullwick {
+
+int AssertionRow::place(int width, bool apply) const
+{
+    const QSize badge = m_held->sizeHint();
+    const int titleWidth = qMax(0, width - titleGap - badge.width());
+    const int titleHeight = m_title->heightForWidth(titleWidth);
+    int y = rowPadding;
+    if (apply) {
+        m_title->setGeometry(0, y, titleWidth, titleHeight);
+        m_held->setGeometry(width - badge.width(), y, badge.width(), badge.height());
+    }
+    y += qMax(titleHeight, badge.height());
+    for (QLabel *line : {m_process, m_createdFor, m_explanation, m_callToAction}) {
+        if (!line || line->isHidden())
+            continue;
+        const int height = line->heightForWidth(width);
+        y += lineSpacing;
+        if (apply)
+            line->setGeometry(0, y, width, height);
+        y += height;
+    }
+    y += lineSpacing + buttonGap;
+    const QSize button = m_button->sizeHint();
+    if (apply)
+        m_button->setGeometry((width - button.width()) / 2, y, button.width(), button.height());
+    return y + button.height() + rowPadding;
+}
+
+int AssertionRow::heightForWidth(int width) const
+{
+    return m_heights.at(width, [this](int asked) { return place(asked, false); });
+}
+
+int AssertionRow::widest(bool minimum) const
+{
+    const auto across = [minimum](const QWidget *w) { return (minimum ? w->minimumSizeHint() : w->sizeHint()).width(); };
+    int width = across(m_title) + titleGap + m_held->sizeHint().width();
+    for (const QWidget *line : std::initializer_list<const QWidget *>{m_process, m_createdFor, m_explanation,
+                                                                      m_callToAction, m_button}) {
+        if (line && !line->isHidden())
+            width = qMax(width, across(line));
+    }
+    return width;
+}
+
+QSize AssertionRow::sizeHint() const
+{
+    const int width = widest(false);
+    return {width, heightForWidth(width)};
+}
+
+QSize AssertionRow::minimumSizeHint() const
+{
+    // As a column of wrapping labels: the narrowest it can be, and each line one line high.
+    return {widest(true), heightForWidth(QWIDGETSIZE_MAX)};
+}
+
+void AssertionRow::relayout()
+{
+    m_heights.clear();
+    updateGeometry();
+    // A row not shown yet is placed when its layout gives it its size.
+    if (isVisible())
+        place(width(), true);
+}
+
+bool AssertionRow::event(QEvent *event)
+{
+    // A line whose size may have changed asks its parent to lay out again.
+    if (event->type() == QEvent::LayoutRequest) {
+        relayout();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void AssertionRow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    place(width(), true);
 }
 
 } // namespace lullwick

@@ -11,6 +11,7 @@
 #include "ui/LinkButton.h"
 #include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
+#include "ui/Visibility.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -120,7 +121,26 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     m_reading->setObjectName(u"readingLabel"_s);
     column->addWidget(m_reading);
 
+    // The page below is made with the first reading: the window's first paint shows none of it.
     m_content = new QWidget;
+    column->addWidget(m_content);
+    column->addStretch();
+
+    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
+    connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
+    connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
+    connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
+        if (!m_order)
+            return;
+        const QSignalBlocker blocker(m_order);
+        m_order->setChecked(m_model->showNonBlockedFirst());
+        orderBlocks();
+    });
+    showSnapshot();
+}
+
+void SummaryView::makePage()
+{
     auto *content = new QVBoxLayout(m_content);
     content->setContentsMargins(0, 0, 0, 0);
     content->setSpacing(18);
@@ -139,18 +159,6 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     for (SleepKind kind : allSleepKinds)
         makeSleepBlock(kind);
     content->addWidget(makeWhereToLookNext());
-    column->addWidget(m_content);
-    column->addStretch();
-
-    connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
-    connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
-    connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
-    connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
-        const QSignalBlocker blocker(m_order);
-        m_order->setChecked(m_model->showNonBlockedFirst());
-        orderBlocks();
-    });
-    showSnapshot();
 }
 
 void SummaryView::showState()
@@ -159,9 +167,9 @@ void SummaryView::showState()
     const std::optional<QString> &error = m_model->lastError();
     if (error)
         m_errorText->setText(*error);
-    m_errorBox->setVisible(error.has_value());
-    m_reading->setVisible(!hasSnapshot && !error);
-    m_content->setVisible(hasSnapshot);
+    setShown(m_errorBox, error.has_value());
+    setShown(m_reading, !hasSnapshot && !error);
+    setShown(m_content, hasSnapshot);
 }
 
 void SummaryView::showSnapshot()
@@ -171,6 +179,8 @@ void SummaryView::showSnapshot()
     const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
     if (snapshot) {
         m_shownNames = m_model->resolvedNames();
+        if (!m_order)
+            makePage();
         LayoutHold hold(widget());
         if (m_content->isVisible()) {
             for (Block *block : {&m_kindBlocks[0], &m_kindBlocks[1], &m_kindBlocks[2], &m_others}) {
@@ -222,8 +232,8 @@ void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
     if (!clear)
         block.count->setText(QString::number(blockers.size()) +
                              (blockers.size() == 1 ? u" blocker"_s : u" blockers"_s));
-    block.count->setVisible(!clear);
-    block.notBlocked->setVisible(clear);
+    setShown(block.count, !clear);
+    setShown(block.notBlocked, clear);
     showRows(block, std::move(blockers));
 }
 

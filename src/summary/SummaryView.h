@@ -43,6 +43,7 @@ private:
         bool rowsCurrent = true;       ///< whether `rows` show `assertions`
     };
 
+    void makePage();
     void showState();
     void showSnapshot();
     void showNames();
@@ -69,8 +70,8 @@ private:
     QWidget *m_content;
     IconLabel *m_verdictIcon = nullptr;
     QLabel *m_verdictText = nullptr;
-    QCheckBox *m_order;
-    QVBoxLayout *m_blocks;
+    QCheckBox *m_order = nullptr;
+    QVBoxLayout *m_blocks = nullptr;
     std::array<Block, 3> m_kindBlocks{};
     Block m_others;
 

@@ -20,8 +20,7 @@ constexpr int feedTimeoutMs = 30'000;
 } // namespace
 
 FeedUpdater::FeedUpdater(QUrl feed, QString currentVersion, QObject *parent)
-    : Updater(parent), m_feed(std::move(feed)), m_currentVersion(std::move(currentVersion)),
-      m_network(new QNetworkAccessManager(this))
+    : Updater(parent), m_feed(std::move(feed)), m_currentVersion(std::move(currentVersion))
 {}
 
 FeedUpdater::~FeedUpdater()
@@ -108,6 +107,9 @@ void FeedUpdater::checkForUpdates()
     show(tr("Checking for updates…"), tr("Looking for a newer version of Lullwick."), true);
     QNetworkRequest request(m_feed);
     request.setTransferTimeout(feedTimeoutMs);
+    // The network stack is made for the first check the user asks for, not at start-up.
+    if (!m_network)
+        m_network = new QNetworkAccessManager(this);
     m_reply = m_network->get(request);
     QNetworkReply *reply = m_reply;
     connect(reply, &QNetworkReply::finished, this, [this, reply] { finished(reply); });
