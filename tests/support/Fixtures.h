@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// Captured tool output kept under tests/fixtures, and files a test writes for itself.
+/// Captured tool output and expected copies kept under tests/fixtures, and files a test writes for itself.
 namespace Fixtures {
 
 [[nodiscard]] QByteArray read(const QString &name);
