@@ -277,10 +277,11 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("listing");
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("error"); // the first line a usage error says
+        QTest::addColumn<QByteArray>("error"); // how standard error starts when the run fails
+        QTest::addColumn<Output>("output");
         const auto row = [](const char *name, const QByteArray &listing, const QStringList &arguments,
-                            int status, const QByteArray &error = {}) {
-            QTest::addRow("%s", name) << listing << arguments << status << error;
+                            int status, const QByteArray &error = {}, Output output = Output::pipe) {
+            QTest::addRow("%s", name) << listing << arguments << status << error << output;
         };
         row("blocked, not asked", everyField(), {}, 0);
         row("any kind blocked", idleOnly, {"--fail-if-blocked"}, 1);
@@ -302,48 +303,36 @@ private Q_SLOTS:
         row("a bare option after -- is a report name", nothing, {"--", "--json"}, 2,
             "Unknown report: --json");
         row("options before -- still count", everyField(), {"--fail-if-blocked=display", "--", "details"}, 1);
-        row("pmset fails", QByteArray(), {"--fail-if-blocked"}, 3);
+        row("pmset fails", QByteArray(), {"--fail-if-blocked"}, 3,
+            "pmset exited with status 1.\n\npmset: no assertions\n");
+        const QByteArray unwritten = "lullwick-report: could not write the report: ";
+        row("report onto a full disk", everyField(), {}, 4, unwritten, Output::fullDisk);
+        row("report with standard output closed", everyField(), {"--json"}, 4, unwritten, Output::closed);
+        row("help onto a full disk", nothing, {"--help"}, 4, unwritten, Output::fullDisk);
     }
     void exitStatus()
     {
         QFETCH(QByteArray, listing);
         QFETCH(QStringList, arguments);
         QFETCH(int, status);
+        QFETCH(QByteArray, error);
+        QFETCH(Output, output);
         const Rig rig(listing);
         if (status == 3) {
             rig.fake.setExitStatus("assertions", 1);
             rig.fake.setErrorOutput("assertions", "pmset: no assertions\n");
         }
-        const Run run = rig.run(arguments);
+        const Run run = rig.run(arguments, output);
         QCOMPARE(run.status, status);
         // The report is printed whether or not it fails the run; errors go to standard error alone.
         QCOMPARE(run.out.isEmpty(), status >= 2);
         QCOMPARE(run.err.contains("Usage: "), status == 2);
         if (status == 2)
-            QTEST(run.err.split('\n').first(), "error");
-        else if (status == 3)
-            QCOMPARE(run.err, "pmset exited with status 1.\n\npmset: no assertions\n");
+            QCOMPARE(run.err.split('\n').first(), error);
+        else if (status == 4) // one line, ended
+            QVERIFY2(run.err.startsWith(error) && run.err.count('\n') == 1, run.err);
         else
-            QCOMPARE(run.err, QByteArray());
-    }
-
-    void failedWriteHasItsOwnStatus_data()
-    {
-        QTest::addColumn<Output>("output");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addRow("report onto a full disk") << Output::fullDisk << QStringList{};
-        QTest::addRow("report with standard output closed") << Output::closed << QStringList{"--json"};
-        QTest::addRow("help onto a full disk") << Output::fullDisk << QStringList{"--help"};
-    }
-    void failedWriteHasItsOwnStatus()
-    {
-        QFETCH(Output, output);
-        QFETCH(QStringList, arguments);
-        const Run run = Rig(everyField()).run(arguments, output);
-        QCOMPARE(run.status, 4);
-        const QList<QByteArray> lines = run.err.split('\n');
-        QCOMPARE(lines.size(), 2); // one line, ended
-        QVERIFY2(lines[0].startsWith("lullwick-report: could not write the report: "), run.err);
+            QCOMPARE(run.err, error);
     }
 
     void controlCharactersShowOnlyOnATerminal_data()
