@@ -41,13 +41,9 @@ QStringList listedLines(const RestartFinding &finding)
 /// Neither a title nor a listed line may hold anything that starts a line or a second finding.
 bool isClean(const RestartFinding &finding)
 {
-    const auto hasControl = [](const QString &s) {
-        return std::any_of(s.cbegin(), s.cend(),
-                           [](QChar c) { return c.category() == QChar::Other_Control; });
-    };
-    QStringList parts = listedLines(finding);
-    parts << finding.title << finding.source << finding.advice.value_or(QString());
-    return std::none_of(parts.cbegin(), parts.cend(), hasControl);
+    const QString shown = listedLines(finding).join(u' ') + finding.title + finding.source +
+                          finding.advice.value_or(QString());
+    return std::none_of(shown.cbegin(), shown.cend(), [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
 /// A process that holds a POSIX write lock on `path` (taken with fcntl) and calls itself `name`,
@@ -139,6 +135,10 @@ private Q_SLOTS:
         QTest::addRow("PackageKit transactions")
             << QByteArray("package-transaction\tupdate-packages\npackage-transaction\n")
             << InhibitorEvidence{{}, {}, {}, {"update-packages"}};
+        QTest::addRow("a line written with line breaks and tabs in its fields reads back")
+            << InhibitorEvidence::line({"shutdown-lock", "block", "two\nlines\tand a tab", "why\r\n", "42", "name"})
+                   .toUtf8()
+            << InhibitorEvidence{{{"block", "two lines and a tab", "why", 42, "name"}}, {}, {}, {}};
         QTest::addRow("a delay limit that is not a count is ignored")
             << QByteArray("inhibit-delay-max\t-5\ninhibit-delay-max\t5s\n") << InhibitorEvidence();
     }
@@ -153,57 +153,59 @@ private Q_SLOTS:
         QCOMPARE(read.packageTransactions, expected.packageTransactions);
     }
 
-    void writtenLineReadsBack()
-    {
-        const QString line = InhibitorEvidence::line(
-            {"shutdown-lock", "block", "two\nlines\tand a tab", "why\r\n", "42", "name"});
-        QCOMPARE(line.count(u'\n'), 1);
-        const InhibitorEvidence read = InhibitorEvidence::parse(line.toUtf8());
-        QCOMPARE(read.shutdownLocks, (QList<Lock>{{"block", "two lines and a tab", "why", 42, "name"}}));
-    }
-
     void shutdownLocks_data()
     {
         QTest::addColumn<InhibitorEvidence>("evidence");
         QTest::addColumn<int>("severity"); // 0: no finding
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("listed");
+        QTest::addColumn<QString>("firstLine"); // null: not checked
+        QTest::addColumn<QString>("advice");    // a part of it; null: not checked
         const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
+        // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
         const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
-                            "upgrade-helper"};
-        QTest::addRow("a block lock is likely and names its holder")
+                            "unattended-upgr"};
+        QTest::addRow("a block lock is likely, names its holder and how to quit it")
             << InhibitorEvidence{{backup}, 5, {}, {}} << 3
-            << "Backup Tool is blocking restart and shutdown: Copying files" << 1;
+            << "Backup Tool is blocking restart and shutdown: Copying files" << 1
+            << "Backup Tool — Copying files (block, borg, PID 812)"
+            << "quit borg from your system monitor, or with “kill 812”";
         QTest::addRow("block-weak holds off a desktop restart too")
             << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}} << 3
-            << "Sync is blocking restart and shutdown" << 1;
+            << "Sync is blocking restart and shutdown" << 1 << QString() << QString();
         QTest::addRow("several block locks: the first named, the delay lock listed too")
-            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}},
-                                 5,
-                                 {},
-                                 {}}
-            << 3 << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3;
-        QTest::addRow("delay locks only are context, with logind's limit")
+            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}, {}}
+            << 3 << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3 << QString()
+            << QString();
+        QTest::addRow("delay locks only are context, with logind's limit and the catalog's words")
             << InhibitorEvidence{{upgrades}, 30, {}, {}} << 1
-            << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1;
+            << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1
+            << "Unattended upgrades will finish before shutdown — Stop ongoing upgrades (delay, "
+               "unattended-upgr, PID 640)"
+            << QString();
         QTest::addRow("delay without a known limit")
             << InhibitorEvidence{{upgrades, upgrades}, {}, {}, {}} << 1
-            << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2;
+            << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2 << QString()
+            << QString();
         QTest::addRow("a name that looks like a placeholder stays as it is")
             << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}, {}} << 3
-            << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2;
+            << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2 << QString() << QString();
         QTest::addRow("a holder without a name is called by its process")
             << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}} << 3
-            << "weird-daemon is blocking restart and shutdown" << 1;
+            << "weird-daemon is blocking restart and shutdown" << 1 << QString() << QString();
         QTest::addRow("a mode logind does not have is no lock")
-            << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}} << 0 << QString() << 0;
-        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}, {}} << 0 << QString() << 0;
+            << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}} << 0 << QString() << 0 << QString()
+            << QString();
+        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}, {}} << 0 << QString() << 0 << QString()
+                                  << QString();
     }
     void shutdownLocks()
     {
         QFETCH(InhibitorEvidence, evidence);
         QFETCH(int, severity);
         QFETCH(int, listed);
+        QFETCH(QString, firstLine);
+        QFETCH(QString, advice);
         const std::optional<RestartFinding> finding = ShutdownLockFinding::from(evidence);
         QCOMPARE(finding.has_value(), severity != 0);
         if (!finding)
@@ -212,32 +214,10 @@ private Q_SLOTS:
         QTEST(finding->title, "title");
         QCOMPARE(finding->source, "Shutdown locks");
         QCOMPARE(listedLines(*finding).size(), listed);
+        if (!firstLine.isNull())
+            QCOMPARE(listedLines(*finding).first(), firstLine);
         QVERIFY(finding->advice);
-    }
-
-    void catalogTellsTheHolders()
-    {
-        // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
-        const InhibitorEvidence evidence{
-            {{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640, "unattended-upgr"}},
-            5,
-            {},
-            {}};
-        const RestartFinding finding = *ShutdownLockFinding::from(evidence);
-        QCOMPARE(finding.title, "Unattended Upgrades Shutdown will delay a restart by up to 5 s");
-        QCOMPARE(listedLines(finding),
-                 QStringList{"Unattended upgrades will finish before shutdown — Stop ongoing "
-                             "upgrades (delay, unattended-upgr, PID 640)"});
-    }
-
-    void blockingAdviceSaysHowToQuit()
-    {
-        const InhibitorEvidence evidence{
-            {{"block", "Backup Tool", "Copying files", 812, "borg"}}, {}, {}, {}};
-        const RestartFinding finding = *ShutdownLockFinding::from(evidence);
-        QVERIFY2(finding.advice->contains("quit borg") && finding.advice->contains("“kill 812”"),
-                 qPrintable(*finding.advice));
-        QCOMPARE(listedLines(finding), QStringList{"Backup Tool — Copying files (block, borg, PID 812)"});
+        QVERIFY2(advice.isNull() || finding->advice->contains(advice), qPrintable(*finding->advice));
     }
 
     void unsavedWork_data()

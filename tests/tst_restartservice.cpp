@@ -165,55 +165,37 @@ private Q_SLOTS:
         QCOMPARE(report, chosen.isNull() ? std::nullopt : std::optional(reports.filePath(chosen)));
     }
 
-    void stallReportDates_data()
+    void stallReportFinding_data()
     {
         QTest::addColumn<QString>("fileName");
-        QTest::addColumn<QString>("date"); // null: none
-        QTest::addRow("full date") << u"loginwindow_2024-03-07-101500_Mac.shutdownStall"_s
-                                   << u"on March 7, 2024"_s;
-        QTest::addRow("short month and day") << u"x_2024-3-7_y.shutdownStall"_s << u"on March 7, 2024"_s;
-        QTest::addRow("first qualifying part wins")
-            << u"_x_12-1-1_2023-12-31_2024-01-01"_s << u"on December 31, 2023"_s;
-        QTest::addRow("month 0") << u"x_2024-00-01_y.shutdownStall"_s << QString();
-        QTest::addRow("month 13") << u"x_2024-13-01_y.shutdownStall"_s << QString();
-        QTest::addRow("extension glued to the day") << u"x_2024-03-07.shutdownStall"_s << QString();
-        QTest::addRow("only two pieces") << u"x_2024-03_y.shutdownStall"_s << QString();
-        QTest::addRow("no date part") << u"loginwindow.shutdownStall"_s << QString();
+        QTest::addColumn<QString>("when");  // the title's end
+        QTest::addColumn<QString>("shown"); // null: the file name as it is
+        const auto row = [](const char *name, const QString &fileName, const QString &when,
+                            const QString &shown = {}) { QTest::addRow("%s", name) << fileName << when << shown; };
+        row("full date", u"loginwindow_2024-03-07-101500_Mac.shutdownStall"_s, u"on March 7, 2024"_s);
+        row("short month and day", u"x_2024-3-7_y.shutdownStall"_s, u"on March 7, 2024"_s);
+        row("first qualifying part wins", u"_x_12-1-1_2023-12-31_2024-01-01"_s, u"on December 31, 2023"_s);
+        row("month 0", u"x_2024-00-01_y.shutdownStall"_s, u"recently"_s);
+        row("month 13", u"x_2024-13-01_y.shutdownStall"_s, u"recently"_s);
+        row("extension glued to the day", u"x_2024-03-07.shutdownStall"_s, u"recently"_s);
+        row("only two pieces", u"x_2024-03_y.shutdownStall"_s, u"recently"_s);
+        row("no date part", u"loginwindow.shutdownStall"_s, u"recently"_s);
+        row("line feed shown", u"a\nb_2024-03-07-1.shutdownStall"_s, u"on March 7, 2024"_s,
+            u"a\\x0ab_2024-03-07-1.shutdownStall"_s);
+        row("escape sequence shown", u"\x1b[31mred.shutdownStall"_s, u"recently"_s, u"\\x1b[31mred.shutdownStall"_s);
+        row("next line from C1 shown", u"a\u0085b.shutdownStall"_s, u"recently"_s, u"a\\x85b.shutdownStall"_s);
+        row("year holding a carriage return shown", u"x_2\r024-03-07_y.shutdownStall"_s,
+            u"on March 7, 2\\x0d024"_s, u"x_2\\x0d024-03-07_y.shutdownStall"_s);
     }
-    void stallReportDates()
+    void stallReportFinding()
     {
         QFETCH(QString, fileName);
-        QFETCH(QString, date);
-        const std::optional<QString> read = StallReports::dateFromFileName(fileName);
-        QCOMPARE(read, date.isNull() ? std::nullopt : std::optional(date));
-        const RestartFinding finding = StallReports::finding("/reports/" + fileName);
-        QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + (date.isNull() ? "recently" : date));
-        QVERIFY(finding.detail.contains("or more (" + fileName + "). If"));
-    }
-
-    void fileNameShowsItsControlCharacters_data()
-    {
-        QTest::addColumn<QString>("fileName");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("title");
-        QTest::addRow("line feed") << u"a\nb_2024-03-07-1.shutdownStall"_s
-                                   << u"a\\x0ab_2024-03-07-1.shutdownStall"_s << u"on March 7, 2024"_s;
-        QTest::addRow("escape sequence")
-            << u"\x1b[31mred.shutdownStall"_s << u"\\x1b[31mred.shutdownStall"_s << u"recently"_s;
-        QTest::addRow("next line from C1")
-            << u"a\u0085b.shutdownStall"_s << u"a\\x85b.shutdownStall"_s << u"recently"_s;
-        QTest::addRow("year holding a carriage return")
-            << u"x_2\r024-03-07_y.shutdownStall"_s << u"x_2\\x0d024-03-07_y.shutdownStall"_s
-            << u"on March 7, 2\\x0d024"_s;
-    }
-    void fileNameShowsItsControlCharacters()
-    {
-        QFETCH(QString, fileName);
+        QFETCH(QString, when);
         QFETCH(QString, shown);
-        QFETCH(QString, title);
         const RestartFinding finding = StallReports::finding("/reports/" + fileName);
-        QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + title);
-        QVERIFY2(finding.detail.contains("or more (" + shown + "). If"), qPrintable(finding.detail));
+        QCOMPARE(finding.title, "Your Mac stalled during a shutdown " + when);
+        const QString name = shown.isNull() ? fileName : shown;
+        QVERIFY2(finding.detail.contains("or more (" + name + "). If"), qPrintable(finding.detail));
         QVERIFY(!finding.detail.contains(u'\n'));
     }
 

@@ -11,6 +11,11 @@ if [ "$(id -u)" -ne 0 ] || ! command -v unshare >/dev/null; then
     echo "needs root and unshare for a private mount namespace; skipped"
     exit 77
 fi
+# A container without CAP_SYS_ADMIN, or a chroot whose / is no mount point, allows none.
+if ! unshare -m --propagation private true 2>/dev/null; then
+    echo "no private mount namespace allowed here; skipped"
+    exit 77
+fi
 
 cd "$src"
 cmake --preset macos-profile >/dev/null
