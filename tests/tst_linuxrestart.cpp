@@ -41,9 +41,10 @@ QStringList listedLines(const RestartFinding &finding)
 /// Neither a title nor a listed line may hold anything that starts a line or a second finding.
 bool isClean(const RestartFinding &finding)
 {
-    const QString shown = listedLines(finding).join(u' ') + finding.title + finding.source +
-                          finding.advice.value_or(QString());
-    return std::none_of(shown.cbegin(), shown.cend(), [](QChar c) { return c.category() == QChar::Other_Control; });
+    const QString shown =
+        listedLines(finding).join(u' ') + finding.title + finding.source + finding.advice.value_or(QString());
+    return std::none_of(shown.cbegin(), shown.cend(),
+                        [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
 /// A process that holds a POSIX write lock on `path` (taken with fcntl) and calls itself `name`,
@@ -136,7 +137,8 @@ private Q_SLOTS:
             << QByteArray("package-transaction\tupdate-packages\npackage-transaction\n")
             << InhibitorEvidence{{}, {}, {}, {"update-packages"}};
         QTest::addRow("a line written with line breaks and tabs in its fields reads back")
-            << InhibitorEvidence::line({"shutdown-lock", "block", "two\nlines\tand a tab", "why\r\n", "42", "name"})
+            << InhibitorEvidence::line(
+                   {"shutdown-lock", "block", "two\nlines\tand a tab", "why\r\n", "42", "name"})
                    .toUtf8()
             << InhibitorEvidence{{{"block", "two lines and a tab", "why", 42, "name"}}, {}, {}, {}};
         QTest::addRow("a delay limit that is not a count is ignored")
@@ -161,43 +163,40 @@ private Q_SLOTS:
         QTest::addColumn<int>("listed");
         QTest::addColumn<QString>("firstLine"); // null: not checked
         QTest::addColumn<QString>("advice");    // a part of it; null: not checked
+        const auto row = [](const char *name, const InhibitorEvidence &evidence, int severity,
+                            const QString &title, int listed, const QString &firstLine = {},
+                            const QString &advice = {}) {
+            QTest::addRow("%s", name) << evidence << severity << title << listed << firstLine << advice;
+        };
         const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
         // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
         const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
                             "unattended-upgr"};
-        QTest::addRow("a block lock is likely, names its holder and how to quit it")
-            << InhibitorEvidence{{backup}, 5, {}, {}} << 3
-            << "Backup Tool is blocking restart and shutdown: Copying files" << 1
-            << "Backup Tool — Copying files (block, borg, PID 812)"
-            << "quit borg from your system monitor, or with “kill 812”";
-        QTest::addRow("block-weak holds off a desktop restart too")
-            << InhibitorEvidence{{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}} << 3
-            << "Sync is blocking restart and shutdown" << 1 << QString() << QString();
-        QTest::addRow("several block locks: the first named, the delay lock listed too")
-            << InhibitorEvidence{{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}, {}}
-            << 3 << "Backup Tool and 1 more are blocking restart and shutdown: Copying files" << 3 << QString()
-            << QString();
-        QTest::addRow("delay locks only are context, with logind's limit and the catalog's words")
-            << InhibitorEvidence{{upgrades}, 30, {}, {}} << 1
-            << "Unattended Upgrades Shutdown will delay a restart by up to 30 s" << 1
-            << "Unattended upgrades will finish before shutdown — Stop ongoing upgrades (delay, "
-               "unattended-upgr, PID 640)"
-            << QString();
-        QTest::addRow("delay without a known limit")
-            << InhibitorEvidence{{upgrades, upgrades}, {}, {}, {}} << 1
-            << "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds" << 2 << QString()
-            << QString();
-        QTest::addRow("a name that looks like a placeholder stays as it is")
-            << InhibitorEvidence{{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}, {}} << 3
-            << "Job %2 of %1 and 1 more are blocking restart and shutdown" << 2 << QString() << QString();
-        QTest::addRow("a holder without a name is called by its process")
-            << InhibitorEvidence{{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}} << 3
-            << "weird-daemon is blocking restart and shutdown" << 1 << QString() << QString();
-        QTest::addRow("a mode logind does not have is no lock")
-            << InhibitorEvidence{{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}} << 0 << QString() << 0 << QString()
-            << QString();
-        QTest::addRow("no locks") << InhibitorEvidence{{}, 5, {}, {}} << 0 << QString() << 0 << QString()
-                                  << QString();
+        row("a block lock is likely, names its holder and how to quit it", {{backup}, 5, {}, {}}, 3,
+            "Backup Tool is blocking restart and shutdown: Copying files", 1,
+            "Backup Tool — Copying files (block, borg, PID 812)",
+            "quit borg from your system monitor, or with “kill 812”");
+        row("block-weak holds off a desktop restart too",
+            {{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}}, 3,
+            "Sync is blocking restart and shutdown", 1);
+        row("several block locks: the first named, the delay lock listed too",
+            {{upgrades, backup, {"block", "", "Burning a disc", 77, "brasero"}}, 5, {}, {}}, 3,
+            "Backup Tool and 1 more are blocking restart and shutdown: Copying files", 3);
+        row("delay locks only are context, with logind's limit and the catalog's words",
+            {{upgrades}, 30, {}, {}}, 1, "Unattended Upgrades Shutdown will delay a restart by up to 30 s", 1,
+            "Unattended upgrades will finish before shutdown — Stop ongoing upgrades (delay, "
+            "unattended-upgr, PID 640)");
+        row("delay without a known limit", {{upgrades, upgrades}, {}, {}, {}}, 1,
+            "Unattended Upgrades Shutdown and 1 more will delay a restart by a few seconds", 2);
+        row("a name that looks like a placeholder stays as it is",
+            {{{"block", "Job %2 of %1", "", 1, "j"}, backup}, {}, {}, {}}, 3,
+            "Job %2 of %1 and 1 more are blocking restart and shutdown", 2);
+        row("a holder without a name is called by its process",
+            {{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}}, 3,
+            "weird-daemon is blocking restart and shutdown", 1);
+        row("a mode logind does not have is no lock", {{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}}, 0, {},
+            0);
+        row("no locks", {{}, 5, {}, {}}, 0, {}, 0);
     }
     void shutdownLocks()
     {

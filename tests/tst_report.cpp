@@ -299,7 +299,8 @@ private Q_SLOTS:
         // "--" ends the options: whatever follows is a report name, however it looks.
         row("an option after -- is a report name", idleOnly, {"--", "--fail-if-blocked=idle"}, 2,
             "Unknown report: --fail-if-blocked=idle");
-        row("a bare option after -- is a report name", nothing, {"--", "--json"}, 2, "Unknown report: --json");
+        row("a bare option after -- is a report name", nothing, {"--", "--json"}, 2,
+            "Unknown report: --json");
         row("options before -- still count", everyField(), {"--fail-if-blocked=display", "--", "details"}, 1);
         row("pmset fails", QByteArray(), {"--fail-if-blocked"}, 3);
     }
@@ -352,12 +353,15 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("shown");
         QTest::addColumn<QByteArray>("absent");
         // An escape sequence that clears the screen, and the one-character CSI from C1.
+        const QByteArray name = "bad\x1b[2Jname\xc2\x9b" + QByteArray("1m");
         QTest::addRow("text on a terminal: visible escapes")
-            << Output::terminal << QStringList{} << QByteArray("bad\\x1b[2Jname\\x9b1m") << QByteArray("\x1b");
+            << Output::terminal << QStringList{} << QByteArray("bad\\x1b[2Jname\\x9b1m")
+            << QByteArray("\x1b");
         QTest::addRow("text into a pipe: byte for byte")
-            << Output::pipe << QStringList{} << QByteArray("bad\x1b[2Jname\xc2\x9b" "1m") << QByteArray("\\x1b");
-        QTest::addRow("JSON on a terminal: escaped by JSON alone") << Output::terminal << QStringList{"--json"}
-            << QByteArray("bad\\u001b[2Jname\xc2\x9b" "1m") << QByteArray("\\x1b");
+            << Output::pipe << QStringList{} << name << QByteArray("\\x1b");
+        QTest::addRow("JSON on a terminal: escaped by JSON alone")
+            << Output::terminal << QStringList{"--json"} << QByteArray(name).replace('\x1b', "\\u001b")
+            << QByteArray("\\x1b");
     }
     void controlCharactersShowOnlyOnATerminal()
     {
@@ -366,8 +370,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, shown);
         QFETCH(QByteArray, absent);
         const Run run = Rig("Listed by owning process:\n   pid 7(evil): [0x1] 00:00:02 "
-                            "PreventUserIdleSystemSleep named: \"bad\x1b[2Jname\xc2\x9b"
-                            "1m\"\n")
+                            "PreventUserIdleSystemSleep named: \"bad\x1b[2Jname\xc2\x9b" +
+                            QByteArray("1m\"\n"))
                             .run(arguments, output);
         QCOMPARE(run.status, 0);
         QVERIFY2(run.out.contains(shown) && !run.out.contains(absent), run.out);

@@ -171,7 +171,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("when");  // the title's end
         QTest::addColumn<QString>("shown"); // null: the file name as it is
         const auto row = [](const char *name, const QString &fileName, const QString &when,
-                            const QString &shown = {}) { QTest::addRow("%s", name) << fileName << when << shown; };
+                            const QString &shown = {}) {
+            QTest::addRow("%s", name) << fileName << when << shown;
+        };
         row("full date", u"loginwindow_2024-03-07-101500_Mac.shutdownStall"_s, u"on March 7, 2024"_s);
         row("short month and day", u"x_2024-3-7_y.shutdownStall"_s, u"on March 7, 2024"_s);
         row("first qualifying part wins", u"_x_12-1-1_2023-12-31_2024-01-01"_s, u"on December 31, 2023"_s);
@@ -182,8 +184,10 @@ private Q_SLOTS:
         row("no date part", u"loginwindow.shutdownStall"_s, u"recently"_s);
         row("line feed shown", u"a\nb_2024-03-07-1.shutdownStall"_s, u"on March 7, 2024"_s,
             u"a\\x0ab_2024-03-07-1.shutdownStall"_s);
-        row("escape sequence shown", u"\x1b[31mred.shutdownStall"_s, u"recently"_s, u"\\x1b[31mred.shutdownStall"_s);
-        row("next line from C1 shown", u"a\u0085b.shutdownStall"_s, u"recently"_s, u"a\\x85b.shutdownStall"_s);
+        row("escape sequence shown", u"\x1b[31mred.shutdownStall"_s, u"recently"_s,
+            u"\\x1b[31mred.shutdownStall"_s);
+        row("next line from C1 shown", u"a\u0085b.shutdownStall"_s, u"recently"_s,
+            u"a\\x85b.shutdownStall"_s);
         row("year holding a carriage return shown", u"x_2\r024-03-07_y.shutdownStall"_s,
             u"on March 7, 2\\x0d024"_s, u"x_2\\x0d024-03-07_y.shutdownStall"_s);
     }
