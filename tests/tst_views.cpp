@@ -22,6 +22,8 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -363,6 +365,76 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), u"4711"_s);
         rowOf(v.summary, u"backupd"_s)->findChild<QAbstractButton *>(u"rowActivityMonitor"_s)->click();
         QCOMPARE(QGuiApplication::clipboard()->text(), u"88"_s);
+    }
+
+    // A change paints again only what it moved or changed; the window must then look as if it had
+    // been painted whole: no edge of a card, no scroll-bar handle, no row left where it was.
+    void changesRepaintWhatTheyMove_data()
+    {
+        QTest::addColumn<int>("assertions"); // few show the bottom edges of the blocks, many scroll
+        QTest::addColumn<int>("change");
+        for (int assertions : {6, 50}) {
+            const QByteArray page = assertions < 10 ? "a short page: " : "a long page: ";
+            QTest::newRow(page + "a name arrives and its rows grow") << assertions << 0;
+            QTest::newRow(page + "another name comes and its rows shrink") << assertions << 1;
+            QTest::newRow(page + "a reading with fewer assertions shortens a block") << assertions << 2;
+            QTest::newRow(page + "a block closes") << assertions << 3;
+        }
+    }
+
+    void changesRepaintWhatTheyMove()
+    {
+        QFETCH(int, assertions);
+        QFETCH(int, change);
+        const auto generated = [](int count) {
+            return PMSetService::parse(QString::fromUtf8(Fixtures::generatedAssertions(count, 8)),
+                                       QDateTime::currentDateTimeUtc());
+        };
+        AssertionsModel model;
+        AssertionsModelFeeder feed{model};
+        feed.setSnapshot(generated(assertions));
+        if (change == 1)
+            feed.storeResolvedName(5000, u"caffeinate"_s);
+        QWidget window;
+        auto *column = new QVBoxLayout(&window);
+        column->setContentsMargins(0, 0, 0, 0);
+        auto *view = new SummaryView(&model);
+        column->addWidget(view);
+        window.resize(760, 900);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        settle();
+        const int pageHeight = view->widget()->height();
+        const int range = view->verticalScrollBar()->maximum();
+
+        switch (change) {
+        case 0:
+            feed.storeResolvedName(5000, u"caffeinate"_s);
+            break;
+        case 1:
+            feed.storeResolvedName(5000, u"Spotify"_s);
+            break;
+        case 2:
+            feed.setSnapshot(generated(assertions - 2));
+            break;
+        case 3:
+            view->findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChild<DisclosureGroup *>()->setExpanded(false);
+            break;
+        }
+        // A layout pass can leave another behind it (a page that changed height lays out again).
+        for (int pass = 0; pass < 5; ++pass)
+            settle();
+        QVERIFY(view->widget()->height() != pageHeight); // the change moved what is below it
+        if (range > 0)
+            QVERIFY(view->verticalScrollBar()->maximum() != range);
+
+        // What the window holds now, painted bit by bit, against the same window painted whole.
+        const auto held = [&] { return window.screen()->grabWindow(window.winId()).toImage(); };
+        const QImage painted = held();
+        window.repaint();
+        const QImage whole = held();
+        QCOMPARE(painted.size(), whole.size());
+        QVERIFY2(painted == whole, "a change left pixels of what the window showed before");
     }
 
     // A new reading keeps the rows of the assertions it still holds, matched by process, assertion

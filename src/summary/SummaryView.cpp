@@ -65,6 +65,11 @@ bool sameAssertion(const Assertion &a, const Assertion &b)
            a.processName == b.processName;
 }
 
+void staticContents(QWidget *container)
+{
+    container->setAttribute(Qt::WA_StaticContents);
+}
+
 size_t assertionKey(const Assertion &a)
 {
     return qHashMulti(0, a.pid, a.assertionID, a.kind, a.processName);
@@ -124,6 +129,10 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     // The page below is made with the first reading: the window's first paint shows none of it.
     m_content = new QWidget;
     column->addWidget(m_content);
+    // These hold the rows and paint nothing themselves: when a row grows or shrinks they repaint
+    // only what moved, not all that is shown above it.
+    staticContents(widget());
+    staticContents(m_content);
     column->addStretch();
 
     connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
@@ -407,6 +416,8 @@ void SummaryView::makeSleepBlock(SleepKind kind)
     block.notBlocked = iconRow(new IconLabel(u"checkmark.circle.fill"_s, Role::green), notBlocked, 6);
     block.content->layout()->addWidget(block.notBlocked);
     block.group->setContent(block.content);
+    staticContents(block.group);
+    staticContents(block.content);
     block.group->setExpanded(m_expanded.value(kind, true));
     m_blocks->addWidget(block.card);
     connect(block.group, &DisclosureGroup::toggled, this, [this, kind](bool open) {
@@ -441,6 +452,8 @@ void SummaryView::makeOtherAssertionsBlock()
 
     m_others.content = makeContent(Profile::current().summary().othersExplanation);
     m_others.group->setContent(m_others.content);
+    staticContents(m_others.group);
+    staticContents(m_others.content);
     m_others.group->setExpanded(m_othersExpanded);
     connect(m_others.group, &DisclosureGroup::toggled, this, [this](bool open) {
         m_othersExpanded = open;

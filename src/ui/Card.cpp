@@ -2,7 +2,9 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QResizeEvent>
 #include <QVBoxLayout>
+#include <cmath>
 
 namespace lullwick {
 
@@ -11,6 +13,24 @@ Card::Card(NamedColor::Role fill, qreal opacity, int padding, qreal radius, QWid
 {
     m_column->setContentsMargins(padding, padding, padding, padding);
     m_column->setSpacing(0);
+    // A card that grows or shrinks as its content changes repaints only its changed edge (see
+    // resizeEvent), not all that it shows: a page's cards resize with every row that changes.
+    setAttribute(Qt::WA_StaticContents);
+}
+
+void Card::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const QSize old = event->oldSize();
+    if (!old.isValid() || old.width() != width()) {
+        update();
+        return;
+    }
+    // Qt paints what a taller card newly shows; the old bottom edge, its rounded corners and outline
+    // included, has to be painted again too, as does the new one of a shorter card.
+    const int edge = int(std::ceil(m_radius + (m_outline ? m_outline->width : 0))) + 1;
+    const int top = qMin(old.height(), height()) - edge;
+    update(0, top, width(), qMax(old.height(), height()) - top);
 }
 
 void Card::setOutline(NamedColor::Role role, qreal opacity, qreal width)

@@ -1,5 +1,7 @@
 #include "ui/ScrollPage.h"
 
+#include "ui/SteadyScrollBar.h"
+
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -10,6 +12,7 @@ QVBoxLayout *setUp(QScrollArea *area)
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setVerticalScrollBar(new SteadyScrollBar(Qt::Vertical));
     area->viewport()->setBackgroundRole(QPalette::Window);
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
