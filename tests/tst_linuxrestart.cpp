@@ -507,6 +507,7 @@ private Q_SLOTS:
         // Unsaved work outranks the delay lock; the two possible ones keep the order they were read in.
         QCOMPARE(sources, (QStringList{"Apps with unsaved work", "Software updates",
                                        "Last shutdown (system journal)", "Shutdown locks", "Running apps"}));
+        QCOMPARE(analysis.findings.first().title, "Text Editor has unsaved work"); // named by the running app
         QVERIFY(!analysis.stallReportPath);
         QVERIFY2(!analysis.findings.last().detail.contains("macOS"),
                  qPrintable(analysis.findings.last().detail));
