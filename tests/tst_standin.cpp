@@ -3,7 +3,6 @@
 #include "platform/ProcessNames.h"
 #include "pmset/PMSetService.h"
 #include "restart/InhibitorEvidence.h"
-#include "restart/RestartBlockerService.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
 #include "standin/TypeWords.h"
@@ -309,22 +308,6 @@ private Q_SLOTS:
         // Only the logout-only inhibitor of the three GNOME ones holds up a logout.
         QCOMPARE(evidence.logoutInhibitors,
                  (QList<Inhibitor>{{"org.gnome.TextEditor", "Unsaved documents", 0, QString()}}));
-    }
-
-    void restartAnalysisFromTheServices()
-    {
-        useBuses(m_system, m_session);
-        QTemporaryDir root; // holds no update and no package lock
-        RestartBlockerService service(LinuxRestartSources{standin, "/nonexistent/journalctl", root.path()});
-        const RestartAnalysis analysis =
-            service.analyze(std::nullopt, {{"Text Editor", u"org.gnome.TextEditor"_s, 77}}).result();
-        QStringList titles;
-        for (const RestartFinding &finding : analysis.findings)
-            titles.append(finding.title);
-        QCOMPARE(titles, (QStringList{"apt is blocking restart and shutdown: Upgrading packages",
-                                      "Text Editor has unsaved work",
-                                      "PackageKit is installing or removing software right now",
-                                      "1 apps are open and will be asked to quit"}));
     }
 
     void realLogindLocks()
