@@ -93,10 +93,11 @@ private:
 };
 
 /// A stand-in for lullwick-pmset that answers the restart-evidence question with `lines`.
-QString writeStandin(const QString &dir, const QByteArray &lines)
+QString writeStandin(const QString &dir, const QByteArray &lines, int exitStatus = 0)
 {
     const QString path = dir + QStringLiteral("/lullwick-pmset");
-    writeFile(path, "#!/bin/sh\n[ \"$*\" = --restart-evidence ] || exit 64\ncat <<'END'\n" + lines + "END\n");
+    writeFile(path, "#!/bin/sh\n[ \"$*\" = --restart-evidence ] || exit 64\ncat <<'END'\n" + lines + "END\nexit "
+                        + QByteArray::number(exitStatus) + "\n");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }
@@ -513,12 +514,21 @@ private Q_SLOTS:
                  qPrintable(analysis.findings.last().detail));
     }
 
+    void linuxAnalysisWithoutItsSources_data()
+    {
+        QTest::addColumn<bool>("standinFails");
+        QTest::addRow("no stand-in") << false;
+        QTest::addRow("a stand-in that prints locks and then fails is not believed") << true;
+    }
     void linuxAnalysisWithoutItsSources()
     {
-        // No stand-in, no journal tool, a root with nothing in it: only the running apps are left.
-        QTemporaryDir root;
-        RestartBlockerService service(
-            LinuxRestartSources{"/nonexistent/lullwick-pmset", "/nonexistent/journalctl", root.path()});
+        // No journal tool, a root with nothing in it: only the running apps are left.
+        QFETCH(bool, standinFails);
+        QTemporaryDir root, dir;
+        const QString standin =
+            standinFails ? writeStandin(dir.path(), "shutdown-lock\tblock\tBackup\tCopying\t640\trsync\n", 1)
+                         : u"/nonexistent/lullwick-pmset"_s;
+        RestartBlockerService service(LinuxRestartSources{standin, "/nonexistent/journalctl", root.path()});
         const RestartAnalysis analysis = service.analyze(std::nullopt, {{"Files", {}, 1}}).result();
         QCOMPARE(analysis.findings.size(), 1);
         QCOMPARE(analysis.findings[0].source, "Running apps");
