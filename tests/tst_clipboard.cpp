@@ -27,7 +27,7 @@ AssertionsSnapshot parsed(const QString &perProcessLines)
 
 class TestClipboard : public QObject {
     Q_OBJECT
-    // The described Mac wording; the Linux wording has its own tests.
+    // The Mac wording; the Linux wording has its own tests.
     const ScopedProfile m_mac{Profile::System::macOS};
 
 private slots:
@@ -129,8 +129,7 @@ private slots:
 
     void restartAnalysis_data()
     {
-        // The expected copies are written out from the description of the texts, not from the
-        // program's output.
+        // The expected copies are written by hand, never taken from the program's output.
         QTest::addColumn<bool>("everySource");
         QTest::addColumn<QString>("expected");
         QTest::addRow("no findings") << false << u"restart-copy-no-finding.txt"_s;

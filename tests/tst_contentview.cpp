@@ -47,7 +47,7 @@ Header headerOf(const ContentView &view)
 
 class TestContentView : public QObject {
     Q_OBJECT
-    // The described Mac wording; the Linux wording has its own tests.
+    // The Mac wording; the Linux wording has its own tests.
     const ScopedProfile m_mac{Profile::System::macOS};
 
 private Q_SLOTS:

@@ -43,7 +43,7 @@ bool settle(const RestartModel &model)
 
 class TestRestartModel : public QObject {
     Q_OBJECT
-    // The described Mac wording; the Linux wording has its own tests.
+    // The Mac wording; the Linux wording has its own tests.
     const ScopedProfile m_mac{Profile::System::macOS};
 
 private Q_SLOTS:

@@ -107,7 +107,7 @@ struct Views {
 
 class TestViews : public QObject {
     Q_OBJECT
-    // The described Mac wording; the Linux wording has its own tests.
+    // The Mac wording; the Linux wording has its own tests.
     const ScopedProfile m_mac{Profile::System::macOS};
 
     const QString shots = QStringLiteral(LULLWICK_SCREENSHOT_DIR);

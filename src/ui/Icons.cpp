@@ -21,7 +21,7 @@ namespace lullwick::Icons {
 
 namespace {
 
-// The described symbol names (macOS's) and the nearest Tabler icon in resources/icons.
+// The macOS symbol names and the nearest Tabler icon in resources/icons.
 const QHash<QString, QString> &tablerFiles()
 {
     static const QHash<QString, QString> table{

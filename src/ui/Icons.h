@@ -10,7 +10,7 @@
 
 namespace lullwick::Icons {
 
-/// The icon for one of the described symbol names ("gearshape", "moon.zzz"…), tinted with `tint`
+/// The icon for one of the macOS symbol names ("gearshape", "moon.zzz"…), tinted with `tint`
 /// read at paint time from `context`'s window palette (the application's when there is none), so a
 /// palette change re-tints it. On Apple builds it is the system symbol of that name; elsewhere a
 /// vendored Tabler icon. An unknown name gives a null icon.

@@ -7,7 +7,7 @@ class QWidget;
 
 namespace lullwick::NamedColor {
 
-/// The described named colours: text levels, the system hues and the accent.
+/// The named colours: text levels, the system hues and the accent.
 enum class Role : quint8 { primary, secondary, tertiary, orange, green, red, blue, accent };
 
 /// Whether `palette` is a dark one, judged from its window colour (Qt 6.4 has no colour scheme hint).
