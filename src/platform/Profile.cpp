@@ -240,10 +240,10 @@ Profile::pickFromDesktop(const QList<SettingsLinkSpec> &specs, const QList<Deskt
     };
 
     QList<OpenTarget> links;
-    for (const SettingsLinkSpec &spec : specs) {
-        for (const DesktopCandidate *c : ordered(spec.candidates)) {
+    for (const SettingsLinkSpec &wanted : specs) {
+        for (const DesktopCandidate *c : ordered(wanted.candidates)) {
             if (std::optional<OpenTarget> target = launchable(c)) {
-                target->label = spec.label;
+                target->label = wanted.label;
                 links.append(std::move(*target));
                 break;
             }

@@ -47,7 +47,7 @@ public:
     Profile(const Profile &) = delete;
     Profile &operator=(const Profile &) = delete;
 
-    [[nodiscard]] System system() const { return m_system; }
+    [[nodiscard]] System kind() const { return m_system; }
 
     struct Summary {
         QString reading;      ///< while the first reading runs

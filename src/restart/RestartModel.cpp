@@ -16,7 +16,7 @@ namespace {
 std::unique_ptr<RestartBlockerService> evidenceService(const QString &pmsetPath, QString logPath,
                                                        QString spindumpPath, QString reportsDir)
 {
-    if (Profile::current().system() == Profile::System::Linux)
+    if (Profile::current().kind() == Profile::System::Linux)
         return std::make_unique<RestartBlockerService>(LinuxRestartSources{pmsetPath});
     return std::make_unique<RestartBlockerService>(std::move(logPath), std::move(spindumpPath),
                                                    std::move(reportsDir));
