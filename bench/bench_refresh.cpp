@@ -144,21 +144,24 @@ struct InstalledApps {
         qputenv("XDG_DATA_DIRS", data.filePath(QStringLiteral("system")).toUtf8());
         QDir().mkpath(data.filePath(QStringLiteral("home/applications")));
         for (int i = 0; i < entries; ++i)
-            Fixtures::writeFile(data.filePath(QStringLiteral("home/applications/org.example.App%1.desktop").arg(i)),
-                                "[Desktop Entry]\nType=Application\nName=App " + QByteArray::number(i) +
-                                    "\nName[de]=Anwendung " + QByteArray::number(i) + "\nExec=app" +
-                                    QByteArray::number(i) + " %U\nIcon=app\nCategories=Utility;\n");
+            Fixtures::writeFile(
+                data.filePath(QStringLiteral("home/applications/org.example.App%1.desktop").arg(i)),
+                "[Desktop Entry]\nType=Application\nName=App " + QByteArray::number(i) +
+                    "\nName[de]=Anwendung " + QByteArray::number(i) + "\nExec=app" + QByteArray::number(i) +
+                    " %U\nIcon=app\nCategories=Utility;\n");
         for (int i = 0; i < processes; ++i) {
             const qint64 pid = 1000 + i;
-            const QByteArray program = i % 5 == 0 ? "app" + QByteArray::number((i / 5) % entries)
-                                                  : "daemon" + QByteArray::number(i);
+            const QByteArray program =
+                i % 5 == 0 ? "app" + QByteArray::number((i / 5) % entries) : "daemon" + QByteArray::number(i);
             const QString dir = proc() + u'/' + QString::number(pid);
             QDir().mkpath(dir);
             Fixtures::writeFile(dir + QStringLiteral("/stat"),
-                                QByteArray::number(pid) + " (" + program + ") S 1 " + QByteArray::number(pid) +
+                                QByteArray::number(pid) + " (" + program + ") S 1 " +
+                                    QByteArray::number(pid) +
                                     " 0 0 -1 4194560 0 0 0 0 0 0 0 0 20 0 1 0 100 0 0\n");
             Fixtures::writeFile(dir + QStringLiteral("/cmdline"), "/usr/bin/" + program + "\0--flag\0");
-            QFile::link(QStringLiteral("/usr/bin/") + QString::fromLatin1(program), dir + QStringLiteral("/exe"));
+            QFile::link(QStringLiteral("/usr/bin/") + QString::fromLatin1(program),
+                        dir + QStringLiteral("/exe"));
         }
     }
     [[nodiscard]] QString proc() const { return data.filePath(QStringLiteral("proc")); }

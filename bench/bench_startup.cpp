@@ -94,7 +94,8 @@ std::optional<Start> startChild(const char *role)
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     process.setProcessEnvironment(environment);
     const qint64 startNs = monotonicNs();
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), QString::fromLatin1(role)});
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--child"), QString::fromLatin1(role)});
     if (!process.waitForFinished(60'000) || process.exitCode() != 0)
         return std::nullopt;
     const QList<QByteArray> fields = process.readAllStandardOutput().trimmed().split(' ');

@@ -136,7 +136,8 @@ void BM_NameArrives(benchmark::State &state)
     bool flip = false;
     for (auto _ : state) {
         // A different name each time, so every arrival is a change that the rows must show.
-        feed.storeResolvedName(5000, (flip = !flip) ? QStringLiteral("Spotify") : QStringLiteral("caffeinate"));
+        feed.storeResolvedName(5000,
+                               (flip = !flip) ? QStringLiteral("Spotify") : QStringLiteral("caffeinate"));
         settle();
     }
 }
@@ -167,11 +168,12 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     static QtMessageHandler previous = nullptr;
-    previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
-        // The offscreen platform says this of every window it shows; it is no news here.
-        if (!message.contains(QLatin1String("propagateSizeHints")) && previous)
-            previous(type, context, message);
-    });
+    previous =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
+            // The offscreen platform says this of every window it shows; it is no news here.
+            if (!message.contains(QLatin1String("propagateSizeHints")) && previous)
+                previous(type, context, message);
+        });
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

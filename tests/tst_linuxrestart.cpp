@@ -96,8 +96,8 @@ private:
 QString writeStandin(const QString &dir, const QByteArray &lines, int exitStatus = 0)
 {
     const QString path = dir + QStringLiteral("/lullwick-pmset");
-    writeFile(path, "#!/bin/sh\n[ \"$*\" = --restart-evidence ] || exit 64\ncat <<'END'\n" + lines + "END\nexit "
-                        + QByteArray::number(exitStatus) + "\n");
+    writeFile(path, "#!/bin/sh\n[ \"$*\" = --restart-evidence ] || exit 64\ncat <<'END'\n" + lines +
+                        "END\nexit " + QByteArray::number(exitStatus) + "\n");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }

@@ -418,7 +418,9 @@ private slots:
             feed.setSnapshot(generated(assertions - 2));
             break;
         case 3:
-            view->findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChild<DisclosureGroup *>()->setExpanded(false);
+            view->findChild<QWidget *>(u"sleepBlock-idleSystem"_s)
+                ->findChild<DisclosureGroup *>()
+                ->setExpanded(false);
             break;
         }
         // A layout pass can leave another behind it (a page that changed height lays out again).
@@ -471,7 +473,8 @@ private slots:
         v.feed.setSnapshot(everyKind());
         settle();
         QHash<QString, AssertionRow *> before;
-        for (AssertionRow *row : v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>())
+        for (AssertionRow *row :
+             v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>())
             before.insert(row->assertion().processName, row);
 
         QString listing = Fixtures::readText(u"assertions-every-kind.txt"_s);
@@ -483,7 +486,8 @@ private slots:
 
         // In the block's order, each row showing the new reading's assertion, id included.
         const QList<Assertion> blockers = next.blockers(SleepKind::idleSystem);
-        QList<AssertionRow *> rows = v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>();
+        QList<AssertionRow *> rows =
+            v.summary.findChild<QWidget *>(u"sleepBlock-idleSystem"_s)->findChildren<AssertionRow *>();
         std::sort(rows.begin(), rows.end(), [](auto *a, auto *b) { return a->y() < b->y(); });
         QCOMPARE(rows.size(), blockers.size());
         QStringList titles, rebuilt;
@@ -537,7 +541,8 @@ private slots:
         QTest::addRow("a paragraph at its page's width") << paragraph << true << 700;
         QTest::addRow("narrower than its widest word") << paragraph << true << 40;
         QTest::addRow("a line that exactly fits") << paragraph << true << -1; // its own unbroken width
-        QTest::addRow("line feeds in the text") << u"First line\nsecond, rather longer line\nthird"_s << true << 90;
+        QTest::addRow("line feeds in the text")
+            << u"First line\nsecond, rather longer line\nthird"_s << true << 90;
         QTest::addRow("right to left") << u"שלום עולם, זהו טקסט ארוך למדי שנשבר לשורות"_s << true << 120;
         QTest::addRow("not wrapping") << paragraph << false << 200;
         QTest::addRow("empty") << QString() << true << 200;
@@ -557,7 +562,9 @@ private slots:
         theirs->setTextFormat(Qt::PlainText);
         theirs->setText(text);
         if (width < 0)
-            width = QFontMetrics(ours->font()).boundingRect(QRect(0, 0, 2000, 2000), Qt::TextWordWrap, text).width();
+            width = QFontMetrics(ours->font())
+                        .boundingRect(QRect(0, 0, 2000, 2000), Qt::TextWordWrap, text)
+                        .width();
 
         QCOMPARE(ours->heightForWidth(width), theirs->heightForWidth(width));
         QCOMPARE(ours->minimumSizeHint(), theirs->minimumSizeHint());

@@ -142,7 +142,8 @@ DetailsView::Section DetailsView::makeSection(const QString &heading, const QStr
     auto *bodyColumn = new QVBoxLayout(body);
     bodyColumn->setContentsMargins(0, 0, 0, 0);
     Section section{new SelectableText(body),
-                    TextStyle::label(u"(no output)"_s, Style::body, Role::secondary, {}, body), {}};
+                    TextStyle::label(u"(no output)"_s, Style::body, Role::secondary, {}, body),
+                    {}};
     section.text->setObjectName(objectName + u"Text"_s);
     section.empty->setObjectName(objectName + u"Empty"_s);
     bodyColumn->addWidget(section.text);

@@ -10,13 +10,13 @@
 #include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
 
-#include <algorithm>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -293,8 +293,8 @@ Card *RestartView::makeCaveat()
 bool RestartView::showsCardsOf(const RestartAnalysis &analysis) const
 {
     const auto sameFinding = [](const RestartFinding &a, const RestartFinding &b) {
-        return a.severity == b.severity && a.source == b.source && a.title == b.title && a.detail == b.detail &&
-               a.advice == b.advice;
+        return a.severity == b.severity && a.source == b.source && a.title == b.title &&
+               a.detail == b.detail && a.advice == b.advice;
     };
     return m_cardsOf && m_cardsOf->stallReportPath == analysis.stallReportPath &&
            m_cardsOf->decodedStallProcess == analysis.decodedStallProcess &&

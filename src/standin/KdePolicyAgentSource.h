@@ -1,7 +1,7 @@
 #pragma once
 
-#include "standin/InhibitorLine.h"
 #include "platform/ProcessNames.h"
+#include "standin/InhibitorLine.h"
 #include "standin/SourceResult.h"
 
 #include <QDBusConnection>
@@ -16,7 +16,8 @@ public:
     explicit KdePolicyAgentSource(QDBusConnection sessionBus, ProcessNames names = ProcessNames());
 
     /// One line per inhibition, held by the agent's process and naming the application.
-    [[nodiscard]] SourceResult<QList<InhibitorLine>> inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
+    [[nodiscard]] SourceResult<QList<InhibitorLine>>
+    inhibitors(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
 
 private:
     QDBusConnection m_bus;

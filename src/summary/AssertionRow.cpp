@@ -178,7 +178,9 @@ int AssertionRow::heightForWidth(int width) const
 
 int AssertionRow::widest(bool minimum) const
 {
-    const auto across = [minimum](const QWidget *w) { return (minimum ? w->minimumSizeHint() : w->sizeHint()).width(); };
+    const auto across = [minimum](const QWidget *w) {
+        return (minimum ? w->minimumSizeHint() : w->sizeHint()).width();
+    };
     int width = across(m_title) + titleGap + m_held->sizeHint().width();
     for (const QWidget *line : std::initializer_list<const QWidget *>{m_process, m_createdFor, m_explanation,
                                                                       m_callToAction, m_button}) {

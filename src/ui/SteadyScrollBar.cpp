@@ -6,7 +6,9 @@
 
 namespace lullwick {
 
-SteadyScrollBar::SteadyScrollBar(Qt::Orientation orientation, QWidget *parent) : QScrollBar(orientation, parent) {}
+SteadyScrollBar::SteadyScrollBar(Qt::Orientation orientation, QWidget *parent)
+    : QScrollBar(orientation, parent)
+{}
 
 SteadyScrollBar::Look SteadyScrollBar::look() const
 {
@@ -21,7 +23,8 @@ void SteadyScrollBar::sliderChange(SliderChange change)
     const Look now = look();
     const std::optional<Look> before = std::exchange(m_shown, now);
     // A new value always goes through: the bar may do more with it than paint.
-    if (change == SliderValueChange || !before || before->size != now.size || before->scrolls != now.scrolls) {
+    if (change == SliderValueChange || !before || before->size != now.size ||
+        before->scrolls != now.scrolls) {
         QScrollBar::sliderChange(change);
         return;
     }

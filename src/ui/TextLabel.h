@@ -57,10 +57,10 @@ private:
     /// A stretch of the unbroken line between two places where it may break: a word and the
     /// spaces after it.
     struct Piece {
-        int from = 0;      ///< its first character
-        int length = 0;    ///< its characters, spaces included
-        qreal start = 0;   ///< where it starts on the unbroken line
-        qreal end = 0;     ///< where its last visible character ends
+        int from = 0;    ///< its first character
+        int length = 0;  ///< its characters, spaces included
+        qreal start = 0; ///< where it starts on the unbroken line
+        qreal end = 0;   ///< where its last visible character ends
     };
     /// A broken line: the pieces from `first` up to `last`, inclusive.
     struct Line {

@@ -71,8 +71,7 @@ QList<RunningAppInfo> current(const QString &processRoot)
     const uint user = ::getuid();
     QList<Process> processes;
     QHash<qint64, const DesktopEntry *> entryOf;
-    for (const QFileInfo &info :
-         QDir(processRoot).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    for (const QFileInfo &info : QDir(processRoot).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         bool isNumber = false;
         const qint64 pid = info.fileName().toLongLong(&isNumber);
         if (!isNumber || info.ownerId() != user)
