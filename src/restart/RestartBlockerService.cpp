@@ -85,10 +85,7 @@ QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<Assertions
                 findings.append(StallReports::finding(*stallReport));
         }
         findings += runningAppFindings(runningApps);
-        // Stable: findings of equal severity stay in the order of their sources.
-        std::stable_sort(
-            findings.begin(), findings.end(),
-            [](const RestartFinding &a, const RestartFinding &b) { return a.severity > b.severity; });
+        rankBySeverity(findings);
         return RestartAnalysis{QDateTime::currentDateTimeUtc(), std::move(findings), stallReport,
                                std::nullopt};
     });

@@ -37,6 +37,9 @@ public:
     /// Decodes the stall report at `path` with spindump and names the process that hung, if it can.
     [[nodiscard]] QFuture<std::optional<QString>> decodeStallReport(QString path);
 
+    /// Whether the analysis uses an assertions reading (the Linux sources take none).
+    [[nodiscard]] bool readsAssertions() const { return !m_linux; }
+
     /// The full path of the newest stall report in the reports folder, chosen by name; nothing if none.
     [[nodiscard]] std::optional<QString> mostRecentStallReport() const;
 

@@ -22,7 +22,7 @@ QString RestartClipboard::text(const std::optional<RestartAnalysis> &analysis,
             lines.append(QStringLiteral("  ") + piece.toString());
         if (finding.advice)
             lines.append(QStringLiteral("  → ") + *finding.advice);
-        if (finding.source == RestartFinding::stallReportSource() && analysis->decodedStallProcess)
+        if (finding.source == stallReportSource() && analysis->decodedStallProcess)
             lines.append(QStringLiteral("  Hung process: ") + *analysis->decodedStallProcess);
         lines.append(QString());
     }

@@ -78,13 +78,15 @@ QCoro::Task<void> RestartModel::runAnalysis()
 
     ++m_analysesUnderWay;
     setIsAnalyzing(true);
-    PMSetService::Result<AssertionsSnapshot> reading = co_await m_pmset->fetchAssertions();
-    if (!self)
-        co_return;
     // Without a reading the analysis still runs; it only lacks the software-update evidence.
     std::optional<AssertionsSnapshot> snapshot;
-    if (auto *read = std::get_if<AssertionsSnapshot>(&reading))
-        snapshot = std::move(*read);
+    if (m_service->readsAssertions()) {
+        PMSetService::Result<AssertionsSnapshot> reading = co_await m_pmset->fetchAssertions();
+        if (!self)
+            co_return;
+        if (auto *read = std::get_if<AssertionsSnapshot>(&reading))
+            snapshot = std::move(*read);
+    }
 
     QList<RunningAppInfo> apps =
         co_await m_appsWorker.run([this](const std::atomic<bool> &) { return runningApps(); });

@@ -228,7 +228,7 @@ Card *RestartView::makeFindingCard(const RestartFinding &finding, const RestartA
         advice->setObjectName(u"findingAdvice"_s);
         column->addWidget(iconRow(u"arrow.turn.down.right"_s, Role::secondary, advice));
     }
-    if (finding.source == RestartFinding::stallReportSource()) {
+    if (finding.source == stallReportSource()) {
         column->addSpacing(2);
         column->addWidget(makeStallControls(analysis));
     }

@@ -68,7 +68,7 @@ RestartFinding StallReports::finding(const QString &path)
     return {
         newRandomUuid(),
         RestartSeverity::possible,
-        RestartFinding::stallReportSource(),
+        stallReportSource(),
         QStringLiteral("Your Mac stalled during a shutdown ") + text::escapedControls(when),
         QStringLiteral(
             "macOS writes a “shutdown stall” report when a process hangs the shutdown sequence for "
