@@ -1,7 +1,9 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
+#include "PrivateMounts.h"
 #include "details/DetailsClipboard.h"
 #include "pmset/PMSetService.h"
+#include "report/ReportMetrics.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "summary/SummaryClipboard.h"
@@ -71,6 +73,7 @@ struct Run {
 struct Rig {
     FakeToolDir fake;
     QString report;
+    QStringList prefix; ///< a program and its arguments that start the report
 
     explicit Rig(const QByteArray &listing)
     {
@@ -117,7 +120,8 @@ struct Rig {
         Run run;
         const QDateTime start = QDateTime::currentDateTimeUtc();
         run.from = start.addMSecs(-start.time().msec());
-        process.start(report, arguments);
+        process.start(prefix.value(0, report),
+                      prefix.mid(1) + (prefix.isEmpty() ? arguments : QStringList{report} + arguments));
         process.write(input);
         process.closeWriteChannel();
         QByteArray shown;
@@ -147,6 +151,57 @@ QString expectedWithin(const Run &run, const std::function<QString(const QDateTi
     return build(run.to);
 }
 
+/// One sample of a Prometheus text exposition.
+struct Sample {
+    QString name;
+    QMap<QString, QString> labels; // unescaped
+    double value = 0;
+};
+
+/// Reads an exposition strictly: each family is a HELP line, a TYPE line and at least one sample,
+/// once; names are prefixed and valid; label values unescape; no series repeats; no timestamps.
+QList<Sample> readExposition(const QString &text, QString &error)
+{
+    static const QRegularExpression help(R"(^# HELP (lullwick_[a-z_]+) \S.*\n# TYPE \1 gauge$)"),
+        sample(R"(^(lullwick_[a-z_]+)(?:\{(.*)\})? (\S+)$)"),
+        label(R"re(([a-z_]+)="((?:[^"\\]|\\[\\"n])*)",?)re");
+    QList<Sample> samples;
+    QStringList families, series;
+    const QStringList lines = text.split('\n');
+    for (qsizetype i = 0; i < lines.size() - 1 && error.isEmpty(); ++i) {
+        if (const QRegularExpressionMatch h = help.match(lines[i] + '\n' + lines.value(i + 1));
+            h.hasMatch()) {
+            if (families.contains(h.captured(1)) ||
+                (!families.isEmpty() && samples.last().name != families.last()))
+                error = QString("family out of order at line %1").arg(i + 1);
+            families.append(h.captured(1));
+            ++i;
+            continue;
+        }
+        const QRegularExpressionMatch s = sample.match(lines[i]);
+        bool valid = false;
+        Sample read{s.captured(1), {}, s.captured(3).toDouble(&valid)};
+        qsizetype length = 0;
+        for (const QRegularExpressionMatch &l : label.globalMatch(s.captured(2))) {
+            length += l.capturedStart() == length ? l.capturedLength() : 0;
+            QString value = l.captured(2);
+            for (qsizetype c = value.indexOf('\\'); c >= 0; c = value.indexOf('\\', c + 1))
+                value.replace(c, 2, value[c + 1] == 'n' ? QChar('\n') : value[c + 1]);
+            valid = valid && !read.labels.contains(l.captured(1)) && !s.captured(2).endsWith(',');
+            read.labels.insert(l.captured(1), value);
+        }
+        const QString key = read.name + QStringList(read.labels.keys() + read.labels.values()).join('\0');
+        if (!valid || length != s.captured(2).size() || families.value(families.size() - 1) != read.name ||
+            series.contains(key))
+            error = QString("bad or repeated sample at line %1: %2").arg(i + 1).arg(lines[i]);
+        series.append(key);
+        samples.append(read);
+    }
+    if (!text.endsWith('\n') || (!families.isEmpty() && samples.last().name != families.last()))
+        error = "no final line feed, or a family without samples";
+    return samples;
+}
+
 } // namespace
 
 // Declared before the data functions use it as a column type.
@@ -157,12 +212,158 @@ class TestReport : public QObject {
 
     QJsonDocument m_json;
     Run m_jsonRun;
+    QHash<QString, QString> m_metrics; // by where they came from
+    int m_failedStatus = -1;
 
 private Q_SLOTS:
     void initTestCase()
     {
         m_jsonRun = Rig(everyField()).run({"--json", "restart"});
         m_json = QJsonDocument::fromJson(m_jsonRun.out);
+
+        m_metrics["reading"] = QString::fromUtf8(Rig(everyField()).run({"metrics"}).out);
+        const Rig failing({});
+        failing.fake.setExitStatus("assertions", 1);
+        const Run failed = failing.run({"metrics"});
+        m_metrics["failed reading"] = QString::fromUtf8(failed.out);
+        m_failedStatus = failed.status;
+        // Twelve holders of all sleep, the first named by the process it acts for, in words of its own.
+        QString listing = "Listed by owning process:\n";
+        for (int i = 0; i < 12; ++i)
+            listing += QString("   pid %1(holder%1): [%1] %2 PreventSystemSleep\n%3")
+                           .arg(i)
+                           .arg(i ? "unknown" : "1:00:00", i ? "" : "\tCreated for PID: 42\n");
+        const QDateTime at(QDate(2026, 11, 20), QTime(10, 0), Qt::UTC);
+        const QList<Finding> sleepFindings{
+            Finding::make(FindingSeverity::possible, "A new check", "t", "d", "a")};
+        m_metrics["hostile names"] = QString::fromUtf8(ReportMetrics::text({PMSetService::parse(listing, at),
+                                                                            {{42, " say \"hi\" \\ to\nme "}},
+                                                                            std::nullopt,
+                                                                            sleepFindings,
+                                                                            "1"}));
+    }
+
+    void metricsReadBack_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("labels"); // the samples that have these
+        QTest::addColumn<double>("sum");
+        QTest::addColumn<int>("count");
+        const auto row = [](const char *name, const char *from, const char *metric, const QStringList &labels,
+                            double sum, int count = 1) {
+            QTest::addRow("%s", name) << from << QString("lullwick_") + metric << labels << sum << count;
+        };
+        row("reading worked", "reading", "up", {}, 1);
+        row("all sleep blocked", "reading", "sleep_blocked", {"kind=system"}, 1);
+        row("holder named by the process it acts for", "reading", "blocker_info",
+            {"kind=idle", "holder=tst_report"}, 1);
+        row("locks of idle sleep", "reading", "locks", {"what=idle", "mode=block"}, 3);
+        row("restart finding by source", "reading", "restart_findings",
+            {"severity=likely", "source=shutdown_locks"}, 1);
+        row("restart findings: a fixed set", "reading", "restart_findings", {}, 1, 18);
+        row("failed reading said", "failed reading", "up", {}, 0);
+        row("failed reading counts nothing", "failed reading", "sleep_blocked", {}, 0, 0);
+        row("holder escaped and trimmed", "hostile names", "blocker_info", {"holder=say \"hi\" \\ to\nme"}, 3,
+            3);
+        row("holders capped", "hostile names", "blocker_info", {"kind=system"}, 10, 10);
+        row("blocked since the longest-held lock", "hostile names", "sleep_blocked_since_timestamp_seconds",
+            {"kind=system"}, QDateTime(QDate(2026, 11, 20), QTime(9, 0), Qt::UTC).toSecsSinceEpoch());
+        row("unknown finding source is other", "hostile names", "sleep_findings", {"source=other"}, 1, 3);
+    }
+    void metricsReadBack()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, name);
+        QFETCH(QStringList, labels);
+        QCOMPARE(m_failedStatus, 3);
+        QString error;
+        const QList<Sample> samples = readExposition(m_metrics[from], error);
+        QVERIFY2(error.isEmpty(), qPrintable(error + "\n" + m_metrics[from]));
+        double sum = 0;
+        int count = 0;
+        for (const Sample &sample : samples) {
+            const bool match =
+                sample.name == name && std::all_of(labels.cbegin(), labels.cend(), [&](const QString &l) {
+                    return sample.labels.value(l.section('=', 0, 0)) == l.section('=', 1);
+                });
+            sum += match ? sample.value : 0;
+            count += match;
+        }
+        QTEST(sum, "sum");
+        QTEST(count, "count");
+    }
+
+    void metricsPassPromtool()
+    {
+        if (!QFileInfo::exists("/usr/bin/promtool"))
+            QSKIP("promtool is not installed");
+        for (const QString &metrics : std::as_const(m_metrics)) {
+            QProcess promtool;
+            promtool.start("/usr/bin/promtool", {"check", "metrics"});
+            promtool.write(metrics.toUtf8());
+            promtool.closeWriteChannel();
+            QVERIFY(promtool.waitForFinished(waitMs));
+            QVERIFY2(promtool.exitCode() == 0,
+                     promtool.readAllStandardError() + promtool.readAllStandardOutput());
+        }
+    }
+
+    void outputFile_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("folder"); // how the folder is made unwritable
+        QTest::addColumn<int>("status");
+        QTest::addRow("metrics replace the old file") << QStringList{"metrics"} << QString() << 0;
+        QTest::addRow("any report does") << QStringList{"--json", "restart"} << QString() << 0;
+        QTest::addRow("full disk") << QStringList{"metrics"} << "size=4k" << 4;
+        QTest::addRow("read-only folder") << QStringList{"details"} << "ro" << 4;
+        QTest::addRow("folder it may not write") << QStringList{"metrics"} << "not mine" << 4;
+    }
+    void outputFile()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, folder);
+        Rig rig(everyField());
+        QTemporaryDir dir;
+        const QString file = dir.filePath("lullwick.prom");
+        QFile old(file);
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old\n") == 4 &&
+                old.setPermissions(QFile::ReadOwner));
+        old.close();
+        const std::optional<QString> why = privateMountsUnavailable({"/usr/bin/mount", "/usr/bin/setpriv"});
+        if (!folder.isEmpty() && why)
+            QSKIP(qPrintable(*why));
+        if (folder == "not mine") { // root may write anywhere: the report runs as nobody
+            QFile::setPermissions(rig.fake.path(), QFile::Permissions(0x7777));
+            QFile::setPermissions(dir.path(), QFile::Permissions(0x7755));
+            rig.prefix =
+                QStringList{"/usr/bin/setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"};
+        } else if (!folder.isEmpty()) {
+            // A tiny file system of its own, holding the old file, then full or read-only.
+            const char *script = R"(mount -t tmpfs -o size=4k tmpfs "$1" && echo old >"$1/lullwick.prom" &&
+                mount -o "remount,$2" "$1" || exit 99; d=$1; shift 2; "$@"; s=$?; ls -A "$d"; cat "$d"/*; exit $s)";
+            rig.prefix = {"/usr/bin/unshare", "-m",  "--propagation", "private",
+                          "/bin/sh",          "-c",  script,          "sh",
+                          dir.path(),         folder};
+        }
+        const Run run = rig.run(arguments + QStringList{"--output", file});
+        QTEST(run.status, "status");
+        const bool kept = run.status != 0;
+        QCOMPARE(run.err.count('\n'), kept ? 1 : 0);
+        QVERIFY2(run.err.startsWith(
+                     kept ? "lullwick-report: could not write the report to " + file.toUtf8() + ": " : ""),
+                 run.err);
+        if (folder == "size=4k" || folder == "ro") // the mounted folder, as the report left it
+            QCOMPARE(run.out, QByteArray("lullwick.prom\nold\n"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList{"lullwick.prom"});
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        const QByteArray now = old.readAll();
+        QVERIFY2(kept ? now == "old\n"
+                      : now.startsWith(arguments.contains("metrics") ? "# HELP lullwick_up" : "{"),
+                 now);
+        QCOMPARE(old.permissions() & 0x7077, kept ? QFile::ReadOwner : QFile::Permissions(0x6044));
     }
 
     void textIsTheClipboardText_data()

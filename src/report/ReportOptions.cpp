@@ -18,7 +18,7 @@ std::optional<ReportOptions::Mode> modeNamed(QStringView name)
 {
     using Mode = ReportOptions::Mode;
     for (auto [word, mode] : {std::pair{u"summary", Mode::summary}, std::pair{u"restart", Mode::restart},
-                              std::pair{u"details", Mode::details}}) {
+                              std::pair{u"details", Mode::details}, std::pair{u"metrics", Mode::metrics}}) {
         if (name == word)
             return mode;
     }
@@ -50,9 +50,15 @@ ReportOptions::Parsed ReportOptions::parse(const QStringList &arguments)
     const QCommandLineOption failIfBlocked(
         failOptionName, u"Exit with status 1 when something blocks sleep; =idle, =system or =display "
                         u"asks about that kind of sleep alone."_s);
-    parser.addOptions({json, failIfBlocked});
-    parser.addPositionalArgument(u"report"_s, u"summary (the default), restart or details."_s,
-                                 u"[summary|restart|details]"_s);
+    const QCommandLineOption output(
+        u"output"_s,
+        u"Write the report to <file> instead of standard output, replacing it whole or not at all."_s,
+        u"file"_s);
+    parser.addOptions({json, failIfBlocked, output});
+    parser.addPositionalArgument(
+        u"report"_s,
+        u"summary (the default), restart, details, or metrics (for Prometheus' textfile collector)."_s,
+        u"[summary|restart|details|metrics]"_s);
 
     // QCommandLineParser has no options whose value may be left out: take the value off here and
     // hand the parser the bare flag.
@@ -93,6 +99,13 @@ ReportOptions::Parsed ReportOptions::parse(const QStringList &arguments)
         if (!mode)
             return usageError(u"Unknown report: "_s + reports.first());
         options.mode = *mode;
+    }
+    if (options.json && options.mode == Mode::metrics)
+        return usageError(u"The metrics have a format of their own; --json does not apply."_s);
+    if (parser.isSet(output)) {
+        options.outputFile = parser.value(output);
+        if (options.outputFile.isEmpty())
+            return usageError(u"--output needs a file name."_s);
     }
     if (parser.isSet(failIfBlocked)) {
         options.failIfBlocked = {SleepKind::idleSystem, SleepKind::system, SleepKind::display};

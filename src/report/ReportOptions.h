@@ -9,8 +9,8 @@ namespace lullwick {
 
 /// What `lullwick-report` was asked to do, read from its command line.
 struct ReportOptions {
-    /// Which tab's text to print.
-    enum class Mode : quint8 { summary, restart, details };
+    /// Which tab's text to print, or the metrics for a Prometheus textfile collector.
+    enum class Mode : quint8 { summary, restart, details, metrics };
     /// What the command line asks for beyond the report itself.
     enum class Action : quint8 { run, showHelp, showVersion, usageError };
     /// The process's exit statuses.
@@ -24,6 +24,8 @@ struct ReportOptions {
     bool json = false;
     /// The sleep kinds whose blocking makes the exit status 1; empty: blocking never does.
     SleepKindSet failIfBlocked;
+    /// Where to write the report instead of standard output; empty: standard output.
+    QString outputFile;
 
     /// Reads `arguments` (the program's name first).
     [[nodiscard]] static Parsed parse(const QStringList &arguments);

@@ -2,11 +2,13 @@
 
 #include "details/DetailsClipboard.h"
 #include "report/ReportJson.h"
+#include "report/ReportMetrics.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryClipboard.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 
 namespace lullwick {
@@ -14,7 +16,7 @@ namespace lullwick {
 ReportRunner::ReportRunner(ReportOptions options)
     : m_options(options), m_assertions(std::make_unique<AssertionsModel>())
 {
-    if (m_options.mode == ReportOptions::Mode::restart)
+    if (m_options.mode == ReportOptions::Mode::restart || m_options.mode == ReportOptions::Mode::metrics)
         m_restart = std::make_unique<RestartModel>();
 }
 
@@ -50,7 +52,9 @@ ReportOutcome ReportRunner::outcome() const
         QByteArray text = error->toUtf8();
         if (!text.endsWith('\n'))
             text += '\n';
-        return {{}, text, ReportOptions::pmsetFailed};
+        // The metrics are written all the same: a collector then reads that the reading failed.
+        return {m_options.mode == ReportOptions::Mode::metrics ? metrics() : QByteArray(), text,
+                ReportOptions::pmsetFailed};
     }
     const bool blocked = std::any_of(allSleepKinds.cbegin(), allSleepKinds.cend(), [this](SleepKind kind) {
         return m_options.failIfBlocked.contains(kind) && !m_assertions->snapshot()->blockers(kind).isEmpty();
@@ -58,9 +62,21 @@ ReportOutcome ReportRunner::outcome() const
     return {render(), {}, blocked ? ReportOptions::blocked : ReportOptions::ok};
 }
 
+QByteArray ReportRunner::metrics() const
+{
+    // No sleep check runs yet: its findings are left out rather than counted as none.
+    // A failed reading counts as none, whatever an earlier one found.
+    const std::optional<AssertionsSnapshot> snapshot =
+        m_assertions->lastError() ? std::nullopt : m_assertions->snapshot();
+    return ReportMetrics::text({snapshot, m_assertions->resolvedNames(), m_restart->analysis(), std::nullopt,
+                                QCoreApplication::applicationVersion()});
+}
+
 QByteArray ReportRunner::render() const
 {
     using Mode = ReportOptions::Mode;
+    if (m_options.mode == Mode::metrics)
+        return metrics();
     const AssertionsSnapshot &snapshot = *m_assertions->snapshot();
     if (m_options.json) {
         QJsonObject document = ReportJson::reading(snapshot, m_assertions->resolvedNames());
@@ -77,6 +93,8 @@ QByteArray ReportRunner::render() const
         return DetailsClipboard::text(snapshot, m_assertions->settingsRaw()).toUtf8();
     case Mode::restart:
         return RestartClipboard::text(m_restart->analysis()).toUtf8();
+    case Mode::metrics:
+        break;
     }
     Q_UNREACHABLE();
 }

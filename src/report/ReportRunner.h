@@ -34,11 +34,12 @@ public:
 private:
     [[nodiscard]] ReportOutcome outcome() const;
     [[nodiscard]] QByteArray render() const;
+    [[nodiscard]] QByteArray metrics() const;
     void finishWhenDone();
 
     ReportOptions m_options;
     std::unique_ptr<AssertionsModel> m_assertions;
-    std::unique_ptr<RestartModel> m_restart; // only for the restart report
+    std::unique_ptr<RestartModel> m_restart; // only for the restart report and the metrics
     std::function<void(const ReportOutcome &)> m_done;
 };
 

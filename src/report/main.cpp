@@ -1,5 +1,6 @@
 #include "model/TextRules.h"
 #include "platform/OrderlyQuit.h"
+#include "report/ReportFile.h"
 #include "report/ReportRunner.h"
 
 #include <QCoreApplication>
@@ -46,6 +47,17 @@ int writeReport(const QByteArray &bytes, int status)
     return ReportOptions::writeFailed;
 }
 
+/// Replaces `path` with the report; on failure says so once on standard error.
+int writeReportFile(const QString &path, const QByteArray &bytes, int status)
+{
+    const std::optional<QString> error = ReportFile::replace(path, bytes);
+    if (!error)
+        return status;
+    write(stderr, "lullwick-report: could not write the report to " + text::singleLine(path, 200).toUtf8() +
+                      ": " + error->toUtf8() + '\n');
+    return ReportOptions::writeFailed;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -73,10 +85,19 @@ int main(int argc, char **argv)
     int status = 0;
     {
         ReportRunner runner(parsed.options);
-        const bool escapeOut = !parsed.options.json && ::isatty(STDOUT_FILENO);
-        runner.start([escapeOut](const ReportOutcome &outcome) {
-            const int exitStatus = writeReport(
-                escapeOut ? forTerminal(outcome.standardOutput) : outcome.standardOutput, outcome.exitStatus);
+        const QString outputFile = parsed.options.outputFile;
+        // The metrics' format escapes what it must; changing it would make it unreadable.
+        const bool escapeOut = !parsed.options.json && parsed.options.mode != ReportOptions::Mode::metrics &&
+                               outputFile.isEmpty() && ::isatty(STDOUT_FILENO);
+        runner.start([escapeOut, outputFile](const ReportOutcome &outcome) {
+            int exitStatus = outcome.exitStatus;
+            if (outputFile.isEmpty()) {
+                exitStatus =
+                    writeReport(escapeOut ? forTerminal(outcome.standardOutput) : outcome.standardOutput,
+                                outcome.exitStatus);
+            } else if (!outcome.standardOutput.isEmpty()) { // a failed reading leaves the old file
+                exitStatus = writeReportFile(outputFile, outcome.standardOutput, outcome.exitStatus);
+            }
             write(stderr,
                   ::isatty(STDERR_FILENO) ? forTerminal(outcome.standardError) : outcome.standardError);
             // Queued: the reading may end before the event loop has started, when exit() would be lost.
