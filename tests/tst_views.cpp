@@ -3,7 +3,7 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsView.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"

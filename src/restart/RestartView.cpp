@@ -2,7 +2,7 @@
 
 #include "platform/DateFormat.h"
 #include "platform/FileBrowser.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 #include "ui/Card.h"

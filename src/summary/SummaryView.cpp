@@ -1,6 +1,6 @@
 #include "summary/SummaryView.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "platform/Workspace.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
