@@ -5,7 +5,7 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "platform/ChildProcess.h"
-#include "platform/ToolPaths.h"
+#include "profile/ToolPaths.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -9,14 +9,21 @@ set(LULLWICK_PARSER_SOURCES
     model/TextRules.cpp
     pmset/PartialAssertion.cpp
     pmset/PMSetParser.cpp
-    # An assertion kind's description is the platform profile's wording.
-    platform/Profile.cpp
-    platform/MacProfile.cpp
-    platform/LinuxProfile.cpp
+)
+list(TRANSFORM LULLWICK_PARSER_SOURCES PREPEND "${CMAKE_CURRENT_LIST_DIR}/")
+
+# Each system's words, catalog and links: the core's, and the fuzz build's for the findings that
+# speak in them.
+set(LULLWICK_PROFILE_SOURCES
+    profile/Profile.cpp
+    profile/MacWords.cpp
+    profile/LinuxWords.cpp
+    profile/DesktopLinks.cpp
+    catalog/ProcessCatalog.cpp
     catalog/MacCatalog.cpp
     catalog/LinuxCatalog.cpp
 )
 if(NOT APPLE)
-    list(APPEND LULLWICK_PARSER_SOURCES platform/linux/DesktopEntry.cpp)
+    list(APPEND LULLWICK_PROFILE_SOURCES platform/linux/DesktopEntry.cpp)
 endif()
-list(TRANSFORM LULLWICK_PARSER_SOURCES PREPEND "${CMAKE_CURRENT_LIST_DIR}/")
+list(TRANSFORM LULLWICK_PROFILE_SOURCES PREPEND "${CMAKE_CURRENT_LIST_DIR}/")

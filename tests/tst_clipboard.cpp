@@ -1,7 +1,7 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsClipboard.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "pmset/PMSetService.h"
 #include "restart/RestartBlockerService.h"
 #include "restart/RestartClipboard.h"

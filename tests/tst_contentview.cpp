@@ -4,7 +4,7 @@
 #include "app/LullwickApp.h"
 #include "details/DetailsClipboard.h"
 #include "platform/DateFormat.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "platform/linux/FeedUpdater.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"

@@ -5,7 +5,7 @@
 #include "app/ContentView.h"
 #include "catalog/ProcessCatalog.h"
 #include "model/AssertionKind.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
 #include "summary/AssertionRow.h"
@@ -27,7 +27,7 @@ namespace {
 
 // What names the Mac, its tools or its settings, which a Linux user has none of.
 const QRegularExpression
-    macWords(uR"(\bMac\b|macOS|Apple|Activity Monitor|System Settings|Finder|Spotlight)"_s);
+    macNames(uR"(\bMac\b|macOS|Apple|Activity Monitor|System Settings|Finder|Spotlight)"_s);
 
 /// The lines the entries' programs noted when started.
 QStringList launched(const QString &folder)
@@ -295,19 +295,19 @@ private Q_SLOTS:
         const Profile &profile = Profile::current();
         for (const QString &text : profile.allTexts())
             add(u"profile"_s, text);
-        for (const CatalogEntry &entry : profile.catalog()) {
+        for (const CatalogEntry &entry : profile.catalog().entries()) {
             add(u"catalog "_s + entry.key, entry.info.headline);
             add(u"catalog "_s + entry.key, entry.info.explanation);
             add(u"catalog "_s + entry.key, entry.info.callToAction.value_or(QString()));
         }
         for (int kind = 0; kind < AssertionKind::knownCaseCount; ++kind)
-            add(u"kind"_s, AssertionKind(AssertionKind::Case(kind)).humanDescription());
+            add(u"kind"_s, profile.describe(AssertionKind(AssertionKind::Case(kind))));
         m_view->setSelectedTab(ContentView::Tab::summary);
     }
     void linuxTextsNameNoMacThing()
     {
         QFETCH(QString, text);
-        const QRegularExpressionMatch match = macWords.match(text);
+        const QRegularExpressionMatch match = macNames.match(text);
         QVERIFY2(!match.hasMatch(), qPrintable(match.captured() + u" in: "_s + text));
     }
 };

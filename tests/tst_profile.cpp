@@ -1,8 +1,8 @@
 #include "Fixtures.h"
 #include "catalog/ProcessCatalog.h"
 #include "model/AssertionKind.h"
-#include "platform/Profile.h"
 #include "pmset/PMSetService.h"
+#include "profile/Profile.h"
 #include "standin/TypeWords.h"
 #include "summary/AssertionRowText.h"
 
@@ -72,7 +72,7 @@ private Q_SLOTS:
     {
         QFETCH(System, system);
         QFETCH(QString, name);
-        const std::optional<ProcessInfo> info = ProcessCatalog::info(name, Profile::of(system));
+        const std::optional<ProcessInfo> info = Profile::of(system).catalog().info(name);
         QTEST(info ? info->headline : QString(), "headline");
     }
 
@@ -82,7 +82,7 @@ private Q_SLOTS:
         const Profile &onLinux = Profile::of(System::Linux);
         QStringList texts = onLinux.allTexts();
         QSet<QString> keys;
-        for (const CatalogEntry &e : onLinux.catalog()) {
+        for (const CatalogEntry &e : onLinux.catalog().entries()) {
             QVERIFY2(!keys.contains(e.key) && e.info.callToAction, qPrintable(e.key));
             keys.insert(e.key);
             texts << e.info.headline << e.info.explanation << *e.info.callToAction;
@@ -93,7 +93,7 @@ private Q_SLOTS:
               "firefox", "vlc", "mpv", "systemd-inhibit"})
             QVERIFY2(keys.contains(QString::fromLatin1(holder)), holder);
         QVERIFY(keys.size() >= 35);
-        QCOMPARE(Profile::of(System::macOS).catalog().size(), 34);
+        QCOMPARE(Profile::of(System::macOS).catalog().entries().size(), 34);
         for (const QString &text : std::as_const(texts))
             QVERIFY2(!text.contains(u'\'') && !text.contains(u'"'), qPrintable(text));
     }
@@ -235,9 +235,8 @@ private Q_SLOTS:
                 Fixtures::writeDesktopEntry(folder.path(), id, id, "NoDisplay=true\n");
         }
         const Profile &onLinux = Profile::of(System::Linux);
-        const auto [links, viewer] = Profile::pickFromDesktop(
-            onLinux.settingsLinkSpecs(), onLinux.viewerCandidates(), desktop.split(u':', Qt::SkipEmptyParts),
-            {folder.path() + u"/nothing-here"_s, folder.path()});
+        const auto [links, viewer] = onLinux.desktopLinks().pick(
+            desktop.split(u':', Qt::SkipEmptyParts), {folder.path() + u"/nothing-here"_s, folder.path()});
         QStringList shown;
         for (const OpenTarget &link : links) {
             // Started from the entry: its program, without the field code.

@@ -1,6 +1,6 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 

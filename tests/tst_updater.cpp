@@ -1,5 +1,5 @@
 #include "Fixtures.h"
-#include "app/AppcastFeed.h"
+#include "platform/AppcastFeed.h"
 #include "platform/linux/FeedUpdater.h"
 
 #include <QDialog>

@@ -3,7 +3,7 @@
 #include "details/DetailsClipboard.h"
 #include "details/DetailsView.h"
 #include "platform/DateFormat.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"

@@ -1,7 +1,5 @@
 #include "catalog/ProcessCatalog.h"
 
-#include "platform/Profile.h"
-
 namespace lullwick {
 
 namespace {
@@ -15,24 +13,19 @@ bool continuesKey(QChar c)
 
 } // namespace
 
-std::optional<ProcessInfo> ProcessCatalog::info(QStringView name)
-{
-    return info(name, Profile::current());
-}
-
-std::optional<ProcessInfo> ProcessCatalog::info(QStringView name, const Profile &profile)
+std::optional<ProcessInfo> ProcessCatalog::info(QStringView name) const
 {
     // toLower() on the fresh temporary converts in place, so this is normally the call's only allocation.
     const QString lower = name.toString().toLower();
     // A name the kernel cut short ("unattended-upgr") stands for any key it begins.
-    const bool maybeCut = profile.truncatedNameLength() > 0 && lower.size() == profile.truncatedNameLength();
+    const bool maybeCut = m_truncatedNameLength > 0 && lower.size() == m_truncatedNameLength;
 
     // An exact match always wins; then a key the cut name begins; otherwise the longest key that
     // the name continues, so a name such as mds_stores_x gets "mds_stores" rather than "mds"
     // whatever the table order.
     const CatalogEntry *cutMatch = nullptr;
     const CatalogEntry *prefixMatch = nullptr;
-    for (const CatalogEntry &e : profile.catalog()) {
+    for (const CatalogEntry &e : *m_entries) {
         if (lower == e.key)
             return e.info;
         const qsizetype n = e.key.size();

@@ -1,6 +1,6 @@
 #include "details/DetailsClipboard.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 using namespace Qt::StringLiterals;
 

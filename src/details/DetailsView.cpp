@@ -1,6 +1,6 @@
 #include "details/DetailsView.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "summary/AssertionsModel.h"
 #include "ui/ScrollPage.h"
 #include "ui/SelectableText.h"

@@ -1,7 +1,5 @@
 #include "model/AssertionKind.h"
 
-#include "platform/Profile.h"
-
 #include <array>
 
 namespace lullwick {
@@ -68,11 +66,6 @@ QString AssertionKind::typeWord() const
 QString AssertionKind::name() const
 {
     return m_case == other ? QStringLiteral("other") : knownKinds[m_case].name.toString();
-}
-
-QString AssertionKind::humanDescription() const
-{
-    return Profile::current().describe(*this);
 }
 
 SleepKindSet AssertionKind::blockedSleepKinds() const

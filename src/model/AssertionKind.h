@@ -55,8 +55,6 @@ public:
     /// The program's own name of the kind, e.g. "noIdleSleepLegacy"; "other" for any unknown word.
     /// Scripts match on it rather than on pmset's words, which differ between legacy and modern spellings.
     [[nodiscard]] QString name() const;
-    /// One plain-language sentence about what the assertion does.
-    [[nodiscard]] QString humanDescription() const;
     /// The sleep kinds the assertion holds off.
     [[nodiscard]] SleepKindSet blockedSleepKinds() const;
 

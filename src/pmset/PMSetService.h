@@ -2,7 +2,7 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "platform/SerialWorker.h"
-#include "platform/ToolPaths.h"
+#include "profile/ToolPaths.h"
 #include "pmset/PMSetError.h"
 #include "pmset/PMSetParser.h"
 

@@ -1,6 +1,6 @@
 #include "report/ReportJson.h"
 
-#include "catalog/ProcessCatalog.h"
+#include "profile/Profile.h"
 #include "report/ReportOptions.h"
 #include "restart/RestartVerdict.h"
 #include "summary/AssertionRowText.h"
@@ -28,7 +28,7 @@ QString isoUtc(const QDateTime &instant)
 QJsonObject assertionObject(const Assertion &a, const ResolvedNames &names)
 {
     const AssertionRowText row = AssertionRowText::make(a, names);
-    const std::optional<ProcessInfo> entry = ProcessCatalog::info(a.processName);
+    const std::optional<ProcessInfo> entry = Profile::current().catalog().info(a.processName);
     std::optional<QString> createdForName;
     if (row.createdForPID && names.contains(*row.createdForPID))
         createdForName = names.value(*row.createdForPID);
@@ -54,7 +54,7 @@ QJsonObject assertionObject(const Assertion &a, const ResolvedNames &names)
             {u"createdForPID"_s, orNull(row.createdForPID)},
             {u"createdForName"_s, orNull(createdForName)},
             {u"title"_s, row.title},
-            {u"description"_s, a.kind.humanDescription()},
+            {u"description"_s, Profile::current().describe(a.kind)},
             {u"blocks"_s, blocks},
             {u"catalog"_s, catalog}};
 }

@@ -1,6 +1,6 @@
 #include "report/ReportOptions.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 
 #include "model/RestartFinding.h"
 #include "model/RunningAppInfo.h"
-#include "platform/ToolPaths.h"
+#include "profile/ToolPaths.h"
 
 #include <QList>
 #include <QString>

@@ -2,7 +2,7 @@
 
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/StallReports.h"
 
 #include <QCollator>

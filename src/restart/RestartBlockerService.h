@@ -4,7 +4,7 @@
 #include "model/RestartAnalysis.h"
 #include "model/RunningAppInfo.h"
 #include "platform/SerialWorker.h"
-#include "platform/ToolPaths.h"
+#include "profile/ToolPaths.h"
 #include "restart/LinuxRestartSources.h"
 
 #include <QFuture>

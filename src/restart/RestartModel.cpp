@@ -1,7 +1,7 @@
 #include "restart/RestartModel.h"
 
-#include "platform/Profile.h"
 #include "pmset/PMSetService.h"
+#include "profile/Profile.h"
 #include "restart/RestartBlockerService.h"
 
 #include <QCoroFuture>

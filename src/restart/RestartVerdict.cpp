@@ -1,6 +1,6 @@
 #include "restart/RestartVerdict.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 namespace lullwick {
 

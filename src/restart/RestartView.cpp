@@ -2,10 +2,12 @@
 
 #include "platform/DateFormat.h"
 #include "platform/FileBrowser.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartVerdict.h"
 #include "ui/Card.h"
+#include "ui/FindingCard.h"
+#include "ui/IconRow.h"
 #include "ui/Icons.h"
 #include "ui/ScrollPage.h"
 #include "ui/TextStyle.h"
@@ -33,19 +35,6 @@ struct Presentation {
     Role color;
 };
 
-Presentation presentation(RestartSeverity severity)
-{
-    switch (severity) {
-    case RestartSeverity::likely:
-        return {u"exclamationmark.octagon.fill"_s, Role::red};
-    case RestartSeverity::possible:
-        return {u"exclamationmark.triangle.fill"_s, Role::orange};
-    case RestartSeverity::info:
-        return {u"info.circle"_s, Role::blue};
-    }
-    Q_UNREACHABLE();
-}
-
 Presentation presentation(RestartVerdict::Case verdict)
 {
     switch (verdict) {
@@ -57,26 +46,6 @@ Presentation presentation(RestartVerdict::Case verdict)
         return {u"checkmark.circle.fill"_s, Role::green};
     }
     Q_UNREACHABLE();
-}
-
-QHBoxLayout *rowLayout(QWidget *row, int spacing)
-{
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
-/// An icon beside a wrapping label, the icon level with the label's first line.
-QWidget *iconRow(const QString &symbol, Role tint, QLabel *label, int spacing = 6)
-{
-    auto *row = new QWidget;
-    auto *layout = rowLayout(row, spacing);
-    auto *icon = new IconLabel(symbol, tint);
-    icon->setFont(label->font());
-    layout->addWidget(icon, 0, Qt::AlignTop);
-    layout->addWidget(label, 1);
-    return row;
 }
 
 QPushButton *button(const QString &text, const QString &symbol, const QString &objectName)
@@ -196,46 +165,8 @@ QWidget *RestartView::makeVerdict()
 
 Card *RestartView::makeFindingCard(const RestartFinding &finding, const RestartAnalysis &analysis)
 {
-    const Presentation look = presentation(finding.severity);
-    auto *card = new Card(look.color, 0.06);
-    card->setObjectName(u"findingCard"_s);
-    QVBoxLayout *column = card->column();
-    column->setSpacing(8);
-
-    auto *header = new QWidget;
-    QHBoxLayout *headerRow = rowLayout(header, 8);
-    QLabel *title = TextStyle::label(finding.title, Style::headline, Role::primary, Option::wrap);
-    title->setObjectName(u"findingTitle"_s);
-    auto *icon = new IconLabel(look.symbol, look.color);
-    icon->setFont(title->font());
-    headerRow->addWidget(icon, 0, Qt::AlignVCenter);
-    headerRow->addWidget(title, 1, Qt::AlignVCenter);
-    QLabel *tagText = TextStyle::label(label(finding.severity), Style::caption, look.color, Option::semibold);
-    tagText->setObjectName(u"severityTag"_s);
-    // A capsule: the radius is half the tag's height.
-    auto *tag = new Card(look.color, 0.14, 0, (tagText->sizeHint().height() + 4) / 2.0);
-    tag->column()->setContentsMargins(7, 2, 7, 2);
-    tag->column()->addWidget(tagText);
-    headerRow->addWidget(tag, 0, Qt::AlignVCenter);
-    column->addWidget(header);
-
-    QLabel *detail =
-        TextStyle::label(finding.detail, Style::callout, Role::primary, Option::wrap | Option::selectable);
-    detail->setObjectName(u"findingDetail"_s);
-    column->addWidget(detail);
-    if (finding.advice) {
-        QLabel *advice = TextStyle::label(*finding.advice, Style::callout, Role::secondary, Option::wrap);
-        advice->setObjectName(u"findingAdvice"_s);
-        column->addWidget(iconRow(u"arrow.turn.down.right"_s, Role::secondary, advice));
-    }
-    if (finding.source == stallReportSource()) {
-        column->addSpacing(2);
-        column->addWidget(makeStallControls(analysis));
-    }
-    QLabel *source = TextStyle::label(finding.source, Style::caption2, Role::tertiary);
-    source->setObjectName(u"findingSource"_s);
-    column->addWidget(source);
-    return card;
+    return new FindingCard(finding,
+                           finding.source == stallReportSource() ? makeStallControls(analysis) : nullptr);
 }
 
 QWidget *RestartView::makeStallControls(const RestartAnalysis &analysis)

@@ -1,7 +1,6 @@
 #include "restart/ShutdownLockFinding.h"
 
-#include "catalog/ProcessCatalog.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 namespace lullwick {
 
@@ -22,7 +21,7 @@ QString holders(const QList<InhibitorEvidence::ShutdownLock> &locks)
 /// "Holder — why (mode, process, PID n)", the holder told by the catalog's headline where it has one.
 QString lockLine(const InhibitorEvidence::ShutdownLock &lock)
 {
-    const std::optional<ProcessInfo> info = ProcessCatalog::info(lock.processName);
+    const std::optional<ProcessInfo> info = Profile::current().catalog().info(lock.processName);
     QString line = info ? info->headline : ShutdownLockFinding::holderName(lock);
     if (!lock.why.isEmpty())
         line += QStringLiteral(" — ") + lock.why;
@@ -75,7 +74,7 @@ std::optional<RestartFinding> ShutdownLockFinding::from(const InhibitorEvidence 
             title += QStringLiteral(": ") + first.why;
         // What the program is, when the catalog knows it, then how to let it finish or quit it.
         QStringList advice;
-        if (const std::optional<ProcessInfo> info = ProcessCatalog::info(first.processName))
+        if (const std::optional<ProcessInfo> info = Profile::current().catalog().info(first.processName))
             advice.append(info->explanation);
         advice.append(words.blockingAdvice);
         if (first.pid > 0)

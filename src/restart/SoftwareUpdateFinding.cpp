@@ -2,7 +2,7 @@
 
 #include "model/TextRules.h"
 #include "platform/ProcessNames.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 #include <QDir>
 #include <QFile>

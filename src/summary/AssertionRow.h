@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Assertion.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "summary/AssertionRowText.h"
 #include "summary/ResolvedNames.h"
 #include "ui/HeightCache.h"

@@ -1,7 +1,7 @@
 #include "summary/AssertionRowText.h"
 
-#include "catalog/ProcessCatalog.h"
 #include "model/TextRules.h"
+#include "profile/Profile.h"
 
 #include <QList>
 
@@ -11,10 +11,10 @@ namespace lullwick {
 
 AssertionRowText AssertionRowText::make(const Assertion &assertion, const ResolvedNames &names)
 {
-    const std::optional<ProcessInfo> own = ProcessCatalog::info(assertion.processName);
+    const std::optional<ProcessInfo> own = Profile::current().catalog().info(assertion.processName);
     AssertionRowText row;
     row.primaryText = own ? own->headline : fallbackReason(assertion);
-    row.processSuffix = u" (pid %1)—"_s.arg(assertion.pid) + assertion.kind.humanDescription();
+    row.processSuffix = u" (pid %1)—"_s.arg(assertion.pid) + Profile::current().describe(assertion.kind);
     row.createdForPID = assertion.createdForPID();
     row.ownCallToAction = own ? own->callToAction : std::nullopt;
     row.revealPID = row.createdForPID.value_or(assertion.pid);
@@ -28,7 +28,7 @@ AssertionRowText AssertionRowText::make(const Assertion &assertion, const Resolv
             // Concatenated, not arg()-chained: a process name may itself contain "%2".
             row.createdForLine =
                 u"Created for "_s + *name + u" (pid "_s + QString::number(*row.createdForPID) + u')';
-            createdFor = ProcessCatalog::info(*name);
+            createdFor = Profile::current().catalog().info(*name);
         }
     }
 
@@ -61,7 +61,7 @@ QString AssertionRowText::fallbackReason(const Assertion &assertion)
         candidate = assertion.namedReason;
     if (candidate && Assertion::looksLikeFriendlyReason(*candidate))
         return *candidate;
-    return assertion.kind.humanDescription();
+    return Profile::current().describe(assertion.kind);
 }
 
 QString AssertionRowText::prettyDuration(const QString &timeHeld)

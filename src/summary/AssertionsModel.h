@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/AssertionsSnapshot.h"
-#include "platform/ToolPaths.h"
+#include "profile/ToolPaths.h"
 #include "summary/ResolvedNames.h"
 
 #include <QCoroTask>

@@ -1,6 +1,6 @@
 #include "summary/SummaryVerdict.h"
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 #include <QStringList>
 

@@ -1,12 +1,13 @@
 #include "summary/SummaryView.h"
 
-#include "platform/Profile.h"
 #include "platform/Workspace.h"
+#include "profile/Profile.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryVerdict.h"
 #include "ui/Card.h"
 #include "ui/DisclosureGroup.h"
+#include "ui/IconRow.h"
 #include "ui/Icons.h"
 #include "ui/LinkButton.h"
 #include "ui/ScrollPage.h"
@@ -42,19 +43,6 @@ QString kindObjectName(SleepKind kind)
         return u"sleepBlock-display"_s;
     }
     return {};
-}
-
-/// An icon beside a label, as one row.
-QWidget *iconRow(IconLabel *icon, QLabel *label, int spacing)
-{
-    auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    icon->setFont(label->font());
-    layout->addWidget(icon, 0, Qt::AlignTop);
-    layout->addWidget(label, 1);
-    return row;
 }
 
 /// Whether two readings' assertions are the same one: the same process holding the same assertion

@@ -1,6 +1,6 @@
 #include "platform/linux/FeedUpdater.h"
 
-#include "app/AppcastFeed.h"
+#include "platform/AppcastFeed.h"
 
 #include <QDesktopServices>
 #include <QDialog>

@@ -1,4 +1,4 @@
-#include "platform/Profile.h"
+#include "profile/Words.h"
 
 using namespace Qt::StringLiterals;
 
@@ -6,9 +6,10 @@ namespace lullwick {
 
 // The program as it runs on a Mac. Every text here is the program's own wording there; change
 // none of them without changing the Mac program.
-void Profile::makeMac(Profile &p)
+Words macWords()
 {
-    p.m_summary = {
+    Words p;
+    p.summary = {
         u"Reading pmset…"_s,
         u"Click Refresh to read pmset."_s,
         u"Power-management assertions are signals to macOS—from apps and from the system itself—that say, in "
@@ -36,8 +37,8 @@ void Profile::makeMac(Profile &p)
         u"Copies the relevant PID to the clipboard."_s,
         {},
     };
-    p.m_details = {u"pmset -g assertions"_s, u"pmset -g"_s};
-    p.m_restart = {
+    p.details = {u"pmset -g assertions"_s, u"pmset -g"_s};
+    p.restart = {
         u"When you choose Restart and nothing happens—or an update won't install because it can't "
         u"restart—it's usually one app refusing to quit (often an unsaved document), or a macOS update "
         u"still writing itself to disk. This gathers every signal macOS records about that and ranks the "
@@ -63,7 +64,7 @@ void Profile::makeMac(Profile &p)
         u"by putting up a “Do you want to save?” dialog that you may not see if it's behind another "
         u"window:\n\n"_s,
     };
-    p.m_reportDescription =
+    p.reportDescription =
         u"Explains what keeps this Mac awake, or what may hold up a restart, in plain language."_s;
 
     const QString keepAwake = u"Keeping the Mac awake while otherwise idle."_s;
@@ -71,7 +72,7 @@ void Profile::makeMac(Profile &p)
     const QString preventAll =
         u"Preventing all system sleep, including when plugged in. (Released on battery.)"_s;
     // Indexed by AssertionKind::Case.
-    p.m_kindDescriptions = {
+    p.kindDescriptions = {
         keepAwake,
         preventAll,
         keepDisplay,
@@ -95,31 +96,7 @@ void Profile::makeMac(Profile &p)
         u"Short-lived powerd proxy while transitioning sleep state."_s,
         u"Short-lived powerd proxy while transitioning display sleep state."_s,
     };
-    p.m_catalog = &macCatalog;
-    p.m_truncatedNameLength = 0;
-
-    p.m_links = {
-        {u"Lock Screen settings (display sleep timer)"_s,
-         u"x-apple.systempreferences:com.apple.Lock-Screen-Settings.extension"_s,
-         {}},
-        {u"Battery / Energy settings (system sleep timer)"_s,
-         u"x-apple.systempreferences:com.apple.Battery-Settings.extension"_s,
-         {}},
-        {u"Bluetooth (devices that can wake the Mac)"_s,
-         u"x-apple.systempreferences:com.apple.BluetoothSettings"_s,
-         {}},
-        {u"Sharing (file sharing, screen sharing, remote management)"_s,
-         u"x-apple.systempreferences:com.apple.Sharing-Settings.extension"_s,
-         {}},
-    };
-    p.m_fixedViewer = OpenTarget{
-        u"Activity Monitor"_s, {}, u"/System/Applications/Utilities/Activity Monitor.app"_s, {}, {}};
-
-    p.m_pmset = u"/usr/bin/pmset"_s;
-    p.m_ps = u"/bin/ps"_s;
-    p.m_log = u"/usr/bin/log"_s;
-    p.m_spindump = u"/usr/bin/spindump"_s;
-    p.m_diagnosticReports = u"/Library/Logs/DiagnosticReports"_s;
+    return p;
 }
 
 } // namespace lullwick

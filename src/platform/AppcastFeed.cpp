@@ -1,4 +1,4 @@
-#include "app/AppcastFeed.h"
+#include "platform/AppcastFeed.h"
 
 #include <QXmlStreamReader>
 

@@ -1,27 +1,15 @@
-#include "model/AssertionKind.h"
-#include "platform/Profile.h"
+#include "profile/Words.h"
 
 using namespace Qt::StringLiterals;
 
 namespace lullwick {
 
-namespace {
-
-// XDG_CURRENT_DESKTOP names.
-const QStringList gnome{u"GNOME"_s, u"Unity"_s, u"ubuntu"_s};
-const QStringList budgie{u"Budgie"_s};
-const QStringList kde{u"KDE"_s};
-const QStringList cinnamon{u"X-Cinnamon"_s, u"Cinnamon"_s};
-const QStringList mate{u"MATE"_s};
-const QStringList xfce{u"XFCE"_s};
-
-} // namespace
-
 // The program on a Linux desktop: the inhibitors of systemd-logind and of the desktop session,
 // read through the pmset stand-in shipped beside the program.
-void Profile::makeLinux(Profile &p)
+Words linuxWords(const Words &mac)
 {
-    p.m_summary = {
+    Words p;
+    p.summary = {
         u"Reading the sleep inhibitors…"_s,
         u"Click Refresh to read the sleep inhibitors."_s,
         u"Sleep inhibitors are locks that programs take through systemd-logind or the desktop session—apps "
@@ -57,9 +45,9 @@ void Profile::makeLinux(Profile &p)
         u"followed by that number in a terminal shows the process. A command run through systemd-inhibit is "
         u"named on its “Created for” line above."_s,
     };
-    p.m_details = {u"Inhibitors held through systemd-logind and the desktop session"_s,
-                   u"Power settings (kernel and systemd-logind)"_s};
-    p.m_restart = {
+    p.details = {u"Inhibitors held through systemd-logind and the desktop session"_s,
+                 u"Power settings (kernel and systemd-logind)"_s};
+    p.restart = {
         u"When you choose Restart and nothing happens—or an update won’t install because the computer can’t "
         u"restart—it’s usually one app refusing to quit (often an unsaved document), a program holding a "
         u"shutdown lock, or a system update still writing itself to disk. This gathers the signals your "
@@ -88,7 +76,7 @@ void Profile::makeLinux(Profile &p)
         u"restart by putting up a “Save changes?” dialog that you may not see if it’s behind another "
         u"window:\n\n"_s,
     };
-    RestartEvidence &e = p.m_restartEvidence;
+    Words::RestartEvidence &e = p.restartEvidence;
     e.shutdownLocksSource = u"Shutdown locks"_s;
     e.unsavedWorkSource = u"Apps with unsaved work"_s;
     e.softwareUpdatesSource = u"Software updates"_s;
@@ -161,12 +149,12 @@ void Profile::makeLinux(Profile &p)
         u"started — a program that ignores the request to stop costs a minute or more at "
         u"every shutdown."_s;
 
-    p.m_reportDescription =
+    p.reportDescription =
         u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;
 
     // The Mac's descriptions, but for those that name the Mac or its services.
     using K = AssertionKind;
-    p.m_kindDescriptions = of(System::macOS).m_kindDescriptions;
+    p.kindDescriptions = mac.kindDescriptions;
     const QString keepAwake = u"Keeping the computer awake while otherwise idle."_s;
     const QString keepDisplay = u"Keeping the screen on, and the computer awake, while otherwise idle."_s;
     const QString preventAll = u"Refusing every suspend, automatic or asked for, until the lock is let go."_s;
@@ -188,9 +176,9 @@ void Profile::makeLinux(Profile &p)
              {K::internalPreventDisplaySleep,
               u"Short-lived power-manager proxy while transitioning display sleep state."_s},
          })
-        p.m_kindDescriptions[kind] = text;
+        p.kindDescriptions[kind] = text;
     // The words the stand-in writes for the inhibitors that block no kind of sleep.
-    p.m_otherWordDescriptions = {
+    p.otherWordDescriptions = {
         {u"DelaySleep"_s,
          u"A delay lock: postpones suspend by a few seconds so the program can get ready (lock the screen, "
          u"close connections). It blocks nothing."_s},
@@ -211,58 +199,7 @@ void Profile::makeLinux(Profile &p)
         {u"Inhibitor"_s,
          u"A lock of a kind this program doesn’t know. It blocks none of the three sleep kinds."_s},
     };
-    p.m_catalog = &linuxCatalog;
-    p.m_truncatedNameLength = 15;
-
-    // Each desktop's own settings pages, as desktop-file ids; a link without an installed one is
-    // left out.
-    p.m_links = {
-        {u"Power settings (automatic suspend and screen blanking)"_s,
-         {},
-         {{gnome, u"gnome-power-panel"_s},
-          {budgie, u"budgie-power-panel"_s},
-          {kde, u"kcm_powerdevilprofilesconfig"_s},
-          {cinnamon, u"cinnamon-settings-power"_s},
-          {mate, u"mate-power-preferences"_s},
-          {xfce, u"xfce4-power-manager-settings"_s}}},
-        {u"Screen lock settings (when the screen locks)"_s,
-         {},
-         {{gnome, u"gnome-lock-panel"_s},
-          {gnome, u"gnome-privacy-panel"_s},
-          {budgie, u"budgie-privacy-panel"_s},
-          {kde, u"kcm_screenlocker"_s},
-          {cinnamon, u"cinnamon-settings-screensaver"_s},
-          {mate, u"mate-screensaver-preferences"_s},
-          {xfce, u"xfce4-screensaver-preferences"_s}}},
-        {u"Bluetooth (devices that can wake the computer)"_s,
-         {},
-         {{gnome, u"gnome-bluetooth-panel"_s},
-          {budgie, u"budgie-bluetooth-panel"_s},
-          {kde, u"kcm_bluetooth"_s},
-          {cinnamon + mate + xfce, u"blueman-manager"_s},
-          {cinnamon, u"blueberry"_s}}},
-        {u"Sharing (file sharing, screen sharing, remote login)"_s,
-         {},
-         {{gnome, u"gnome-sharing-panel"_s},
-          {budgie, u"budgie-sharing-panel"_s},
-          {kde, u"kcm_krdpserver"_s}}},
-    };
-    p.m_pickFromDesktop = true;
-    p.m_viewers = {
-        {gnome + budgie + cinnamon, u"org.gnome.SystemMonitor"_s},
-        {gnome + budgie + cinnamon, u"gnome-system-monitor"_s},
-        {kde, u"org.kde.plasma-systemmonitor"_s},
-        {kde, u"org.kde.ksysguard"_s},
-        {xfce, u"org.xfce.taskmanager"_s},
-        {xfce, u"xfce4-taskmanager"_s},
-        {mate, u"mate-system-monitor"_s},
-    };
-
-    p.m_pmset = u"lullwick-pmset"_s;
-    p.m_ps = u"/bin/ps"_s;
-    p.m_log = u"/usr/bin/log"_s;
-    p.m_spindump = u"/usr/bin/spindump"_s;
-    p.m_diagnosticReports = u"/Library/Logs/DiagnosticReports"_s;
+    return p;
 }
 
 } // namespace lullwick

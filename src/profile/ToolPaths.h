@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 
 #include <QString>
 

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "model/AssertionKind.h"
+
+#include <QHash>
+#include <QString>
+#include <array>
+
+namespace lullwick {
+
+/// The words one system's program says: every sentence of the window, its copies and the report
+/// that is not the catalog's. Each system's are written out in its own file.
+struct Words {
+    struct Summary {
+        QString reading;      ///< while the first reading runs
+        QString clickRefresh; ///< the header before any reading
+        QString intro;
+        QString nothingBlocking; ///< the verdict when nothing blocks sleep
+        std::array<QString, 3> kindExplanations;
+        QString othersExplanation;
+        QString whereToLookIntro;
+        QString viewerButton;  ///< %1: the process viewer's name
+        QString viewerTooltip; ///< %1: the process viewer's name
+        QString viewerTip;     ///< %1: the process viewer's name
+        QString copyPIDButton; ///< shown instead of the row button when there is no viewer
+        QString copyPIDTooltip;
+        QString noViewerTip;
+    };
+    struct Details {
+        QString inhibitorsHeading;
+        QString settingsHeading;
+    };
+    struct Restart {
+        QString intro;
+        QString analyzing;
+        QString hint;
+        QString caveatHeading;
+        QString caveat;
+        std::array<QString, 3> verdicts; ///< likely cause, worth checking, no obvious blocker
+        QString updateTitle;
+        QString updateDetail; ///< %1: the names of the updating processes
+        QString updateAdvice;
+        QString runningAppsDetail; ///< followed by the applications' names
+    };
+
+    /// The restart findings that only a Linux system gives (shutdown locks, apps with unsaved work,
+    /// software updates, the last shutdown); empty on macOS. %1, %2, %3 are filled in as noted.
+    struct RestartEvidence {
+        QString shutdownLocksSource, unsavedWorkSource, softwareUpdatesSource, lastShutdownSource;
+        QString holdersMore;   ///< %1: the first holder, %2: how many more
+        QString namesAnd;      ///< %1: names, %2: the last name
+        QString moreLine;      ///< the last line of a list cut short; %1: how many more
+        QString andMore;       ///< %1: how many more
+        QString processNumber; ///< a process known only by its PID, %1
+        QString pidNumber;     ///< %1: a PID
+        QString someProgram, someApp;
+        QString blockingTitle, blockingTitleMany; ///< %1: the holders
+        QString blockingDetail;
+        QString blockingAdvice;
+        QString blockingQuit; ///< %1: the process, %2: its PID
+        QString delayTitle;   ///< %1: the holders, %2: delayUpTo or delayFewSeconds
+        QString delayUpTo;    ///< %1: seconds
+        QString delayFewSeconds;
+        QString delayDetail; ///< %1: delayUpTo or delayFewSeconds
+        QString delayAdvice;
+        QString unsavedTitle, unsavedTitleMany; ///< %1: the apps
+        QString unsavedDetail, unsavedAdvice;
+        QString installingTitle;  ///< %1: the process
+        QString installingDetail; ///< %1: the lock file, %2: the process, %3: its PID
+        QString packageKitDetail; ///< %1: what the transactions do
+        QString installingAdvice;
+        QString offlineTitle, offlineDetail, offlineAdvice;
+        QString restartRequiredTitle, restartRequiredDetail;
+        QString restartRequiredPackages; ///< follows the detail when the packages are known
+        QString restartRequiredAdvice;
+        QString lastShutdownTitle;     ///< %1: the process, %2: its unit
+        QString lastShutdownUnitTitle; ///< %1: the unit, when no process is named
+        QString lastShutdownDetail;
+        QString lastShutdownAdvice; ///< %1: the process or unit
+    };
+
+    Summary summary;
+    Details details;
+    Restart restart;
+    RestartEvidence restartEvidence;
+    /// The command-line report's one-line description of itself.
+    QString reportDescription;
+    /// What each known assertion kind does, indexed by AssertionKind::Case.
+    std::array<QString, AssertionKind::knownCaseCount> kindDescriptions;
+    /// What the type words that only this system's tool writes do.
+    QHash<QString, QString> otherWordDescriptions;
+};
+
+/// The Mac's words, as the described program has them.
+[[nodiscard]] Words macWords();
+/// A Linux desktop's words; some sentences are the Mac's own.
+[[nodiscard]] Words linuxWords(const Words &mac);
+
+} // namespace lullwick
