@@ -2,7 +2,7 @@
 
 #include "model/RestartFinding.h"
 #include "model/TextRules.h"
-#include "platform/Profile.h"
+#include "profile/Profile.h"
 #include "report/ReportOptions.h"
 
 #include <QSet>
