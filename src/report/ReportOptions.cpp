@@ -57,7 +57,7 @@ ReportOptions::Parsed ReportOptions::parse(const QStringList &arguments)
     parser.addOptions({json, failIfBlocked, output});
     parser.addPositionalArgument(
         u"report"_s,
-        u"summary (the default), restart, details, or metrics (for Prometheus' textfile collector)."_s,
+        u"summary (the default), restart, details, or metrics (for the Prometheus node exporter)."_s,
         u"[summary|restart|details|metrics]"_s);
 
     // QCommandLineParser has no options whose value may be left out: take the value off here and
