@@ -2,9 +2,9 @@
 
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
+#include "platform/JournalJson.h"
 #include "profile/Profile.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QList>
@@ -39,24 +39,6 @@ struct HungUnit {
     QString unit;
     QList<Killed> killed;
 };
-
-/// The entry's MESSAGE: a string, or an array of bytes when it is not valid UTF-8.
-QString messageOf(const QJsonObject &entry)
-{
-    const QJsonValue message = entry.value(QLatin1String("MESSAGE"));
-    if (message.isString())
-        return message.toString();
-    if (!message.isArray())
-        return {};
-    QByteArray bytes;
-    for (const QJsonValue byte : message.toArray()) {
-        const int value = byte.toInt(-1);
-        if (value < 0 || value > 255)
-            return {};
-        bytes.append(char(value));
-    }
-    return QString::fromUtf8(bytes);
-}
 
 bool isStopTimeout(QStringView message)
 {
@@ -121,7 +103,7 @@ std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView js
         if (line.isEmpty() || line.size() > maxLineBytes)
             continue;
         const QJsonObject entry = QJsonDocument::fromJson(line.toByteArray()).object();
-        QString message = messageOf(entry);
+        QString message = JournalJson::text(entry.value(QLatin1String("MESSAGE")));
         QString unit = entry.value(QLatin1String("UNIT")).toString();
         // systemd starts a unit's messages with the unit's name.
         if (!unit.isEmpty() && message.startsWith(unit + QStringLiteral(": ")))

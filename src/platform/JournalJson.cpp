@@ -1,0 +1,24 @@
+#include "platform/JournalJson.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+
+namespace lullwick::JournalJson {
+
+QString text(const QJsonValue &field)
+{
+    if (field.isString())
+        return field.toString();
+    if (!field.isArray())
+        return {};
+    QByteArray bytes;
+    for (const QJsonValue byte : field.toArray()) {
+        const int value = byte.toInt(-1);
+        if (value < 0 || value > 255)
+            return {};
+        bytes.append(char(value));
+    }
+    return QString::fromUtf8(bytes);
+}
+
+} // namespace lullwick::JournalJson

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QJsonValue>
+#include <QString>
+
+namespace lullwick::JournalJson {
+
+/// A field of an entry that journalctl printed as JSON: a string, or an array of bytes when the
+/// field is not valid UTF-8 (decoded here with replacement characters); anything else is empty.
+[[nodiscard]] QString text(const QJsonValue &field);
+
+} // namespace lullwick::JournalJson
