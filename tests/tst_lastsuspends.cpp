@@ -33,6 +33,7 @@ struct Line {
     double at = 0; ///< seconds after the first line
     QByteArray boot = thisBoot;
     QString unit = {};
+    int priority = 6; ///< the kernel's level: 3 for errors
 };
 
 QJsonObject fieldsOf(const Line &line, qint64 start)
@@ -49,6 +50,7 @@ QJsonObject fieldsOf(const Line &line, qint64 start)
     }
     if (!line.unit.isEmpty())
         o["UNIT"] = line.unit;
+    o["PRIORITY"] = QString::number(line.priority);
     return o;
 }
 
@@ -109,6 +111,7 @@ Q_DECLARE_METATYPE(Line)
 class TestLastSuspends : public QObject {
     Q_OBJECT
 
+    const qint64 m_start = (QDateTime::currentMSecsSinceEpoch() - 12 * 3600 * 1000) * 1000;
     const LastSuspends::Context context{thisBoot, {u"XHC0: USB controller (pci 0000:0d:00.3)"_s}, {}};
 
 private slots:
@@ -217,7 +220,7 @@ private slots:
         QTest::addColumn<QString>("user"); // empty: root
         QTest::addColumn<int>("access");
         QTest::addColumn<QStringList>("expected");
-        const qint64 start = (QDateTime::currentMSecsSinceEpoch() - 12 * 3600 * 1000) * 1000;
+        const qint64 start = m_start;
         const auto ok = int(LastSuspends::Access::read);
         const Line entering{By::sleep, u"Entering sleep state 'suspend'..."_s};
         const Line entry{By::kernel, u"PM: suspend entry (deep)"_s};
@@ -227,7 +230,10 @@ private slots:
             {By::kernel, u"Freezing user space processes"_s},
             {By::kernel,
              u"Freezing user space processes failed after 20.005 seconds (2 tasks refusing to freeze, wq_busy=0):"_s,
-             20},
+             20,
+             thisBoot,
+             {},
+             3},
             {By::kernel, u"task:syncthing       state:D stack:0     pid:1301  ppid:1273   flags:0x00004006"_s,
              20},
             {By::kernel, u" __schedule+0x2b6/0x620"_s, 20},
@@ -242,10 +248,22 @@ private slots:
         QTest::addRow("a device that refused")
             << QList<Line>{entering,
                            entry,
-                           {By::kernel, u"usb usb2: PM: failed to suspend async: error -16"_s, 2},
-                           {By::kernel, u"PM: Some devices failed to suspend, or early wake event detected"_s,
-                            2},
-                           {By::kernel, u"PM: suspend exit"_s, 3}}
+                           {By::kernel,
+                            u"usb usb2: PM: failed to suspend async: error -16"_s,
+                            2,
+                            thisBoot,
+                            {},
+                            3},
+                           {By::kernel,
+                            u"PM: Some devices failed to suspend, or early wake event detected"_s,
+                            2,
+                            thisBoot,
+                            {},
+                            3},
+                           {By::kernel, u"PM: suspend exit"_s, 3},
+                           {By::sleep,
+                            u"Failed to put system to sleep. System resumed again: Device or resource busy"_s,
+                            3}}
             << QString() << ok << QStringList{"A suspend failed because usb2 (usb) refused to suspend"};
         QTest::addRow("NVIDIA's unit failing")
             << QList<Line>{{By::logind, u"The system will suspend now!"_s},
@@ -291,7 +309,7 @@ private slots:
         QFile machineFile("/etc/machine-id");
         QVERIFY(machineFile.open(QIODevice::ReadOnly));
         const QByteArray machine = machineFile.readAll().trimmed();
-        const qint64 start = (QDateTime::currentMSecsSinceEpoch() - 12 * 3600 * 1000) * 1000;
+        const qint64 start = m_start;
 
         QByteArray exported;
         for (const Line &line : lines) {

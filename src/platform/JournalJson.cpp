@@ -21,4 +21,11 @@ QString text(const QJsonValue &field)
     return QString::fromUtf8(bytes);
 }
 
+bool accessDenied(QByteArrayView standardError)
+{
+    // journalctl's own words, which it does not translate.
+    return standardError.contains("not seeing messages from other users and the system") ||
+           standardError.contains("insufficient permissions");
+}
+
 } // namespace lullwick::JournalJson

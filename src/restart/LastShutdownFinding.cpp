@@ -74,14 +74,15 @@ QStringList LastShutdownFinding::journalctlArguments()
             QStringLiteral("--output-fields=MESSAGE,UNIT"),
             QStringLiteral("--lines=5000"),
             QStringLiteral("--no-pager"),
-            QStringLiteral("--quiet"),
             QStringLiteral("_PID=1")};
 }
 
 std::optional<RestartFinding> LastShutdownFinding::read(const QString &journalctlPath,
-                                                        const std::atomic<bool> &stop)
+                                                        const std::atomic<bool> &stop, bool *journalDenied)
 {
     const ChildProcessResult run = ChildProcess::run(journalctlPath, journalctlArguments(), &stop);
+    if (journalDenied)
+        *journalDenied = run.started && JournalJson::accessDenied(run.standardError);
     if (!run.started || run.exitStatus != 0)
         return std::nullopt;
     return fromJournal(run.standardOutput);

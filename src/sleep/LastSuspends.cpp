@@ -38,6 +38,7 @@ struct Attempt {
     bool hibernate = false, failed = false, returned = false, reachedSleep = false;
     bool namedDevice = false, wakeup = false;
     qint64 sleptAt = -1, kernelSleptAt = -1, wokeAt = -1, kernelWokeAt = -1; ///< µs since the epoch
+    qint64 beganAt = -1, lastSeenAt = -1;
     double suspendedFor = -1;
 
     [[nodiscard]] bool closed() const { return sleepOpened ? sleepClosed : kernelClosed; }
@@ -91,7 +92,7 @@ struct Causes {
 
 struct Entry {
     QString message, unit;
-    QByteArray boot;
+    QByteArray boot, cursor;
     qint64 realtime = -1;
     enum From { other, kernelLog, sleepTool, logind, root } from = other;
 };
@@ -157,6 +158,7 @@ Entry entryFrom(const QJsonObject &object)
     entry.unit = JournalJson::text(object.value("UNIT"_L1));
     entry.boot = JournalJson::text(object.value("_BOOT_ID"_L1)).toLatin1();
     entry.realtime = text::toInt64(JournalJson::text(object.value("__REALTIME_TIMESTAMP"_L1))).value_or(-1);
+    entry.cursor = JournalJson::text(object.value("__CURSOR"_L1)).left(256).toLatin1();
     // Only fields the journal sets itself say who wrote an entry: anyone may call himself
     // "systemd-logind" in SYSLOG_IDENTIFIER.
     const QString transport = JournalJson::text(object.value("_TRANSPORT"_L1));
@@ -197,7 +199,7 @@ class Reader {
 public:
     explicit Reader(const LastSuspends::Context &context) : m_context(context) {}
 
-    void add(Entry entry)
+    void add(const Entry &entry)
     {
         if (entry.from == Entry::other || entry.boot.isEmpty())
             return;
@@ -211,6 +213,8 @@ public:
         if (boot != m_boot)
             m_freezerTasks = 0;
         m_boot = boot;
+        if (Attempt *attempt = latest(); attempt && entry.realtime >= 0)
+            attempt->lastSeenAt = entry.realtime;
         const QString m = entry.from == Entry::kernelLog ? withoutVendorPrefix(entry.message) : entry.message;
         switch (entry.from) {
         case Entry::kernelLog:
@@ -231,8 +235,21 @@ public:
     }
 
     QList<Finding> findings() const;
+    /// When the latest recent attempt that failed ran, give or take a little: the kernel's
+    /// account of it is worth reading whole.
+    std::optional<QPair<qint64, qint64>> lastFailure() const;
 
 private:
+    struct Recent {
+        int current = -1, previous = -1;
+        QList<qsizetype> attempts;
+        [[nodiscard]] bool isRecent(int boot) const
+        {
+            return boot >= 0 && (boot == current || boot == previous);
+        }
+    };
+    [[nodiscard]] Recent recent() const;
+
     Attempt *latest()
     {
         return !m_attempts.isEmpty() && m_attempts.last().boot == m_boot ? &m_attempts.last() : nullptr;
@@ -244,6 +261,7 @@ private:
             m_freezerTasks = 0;
             m_attempts.append(Attempt{m_boot, ++m_events});
             last = &m_attempts.last();
+            last->beganAt = last->lastSeenAt = at;
         }
         last->opened = qMax(last->opened, layer);
         if (layer == sleeper) {
@@ -506,24 +524,42 @@ QString dateOf(qint64 microseconds)
     return DateFormat::completeDateTime(QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC));
 }
 
+Reader::Recent Reader::recent() const
+{
+    // Only this boot and the one before it; of those, only the last few attempts.
+    Recent r;
+    r.current = int(m_boots.indexOf(m_context.currentBoot));
+    for (int boot = 0; boot < m_boots.size(); ++boot) {
+        if (boot != r.current && (r.current < 0 || boot < r.current))
+            r.previous = boot;
+    }
+    for (qsizetype i = 0; i < m_attempts.size(); ++i) {
+        if (r.isRecent(m_attempts[i].boot))
+            r.attempts.append(i);
+    }
+    if (r.attempts.size() > maxAttempts)
+        r.attempts = r.attempts.last(maxAttempts);
+    return r;
+}
+
+std::optional<QPair<qint64, qint64>> Reader::lastFailure() const
+{
+    const QList<qsizetype> attempts = recent().attempts;
+    for (auto it = attempts.crbegin(); it != attempts.crend(); ++it) {
+        const Attempt &a = m_attempts[*it];
+        if (a.failed && a.beganAt >= 0)
+            return qMakePair(a.beganAt - 5'000'000, qMax(a.lastSeenAt, a.beganAt) + 5'000'000);
+    }
+    return std::nullopt;
+}
+
 QList<Finding> Reader::findings() const
 {
     const Profile::LastSuspends &w = Profile::current().lastSuspends();
-    // Only this boot and the one before it; of those, only the last few attempts.
-    const int current = int(m_boots.indexOf(m_context.currentBoot));
-    int previous = -1;
-    for (int boot = 0; boot < m_boots.size(); ++boot) {
-        if (boot != current && (current < 0 || boot < current))
-            previous = boot;
-    }
-    const auto recentBoot = [&](int boot) { return boot == current || boot == previous; };
-    QList<qsizetype> recent;
-    for (qsizetype i = 0; i < m_attempts.size(); ++i) {
-        if (recentBoot(m_attempts[i].boot))
-            recent.append(i);
-    }
-    if (recent.size() > maxAttempts)
-        recent = recent.last(maxAttempts);
+    const Recent r = recent();
+    const int previous = r.previous;
+    const auto recentBoot = [&](int boot) { return r.isRecent(boot); };
+    const QList<qsizetype> &recent = r.attempts;
     const auto counts = [&](qsizetype attempt, int boot, qsizetype event) {
         if (!recentBoot(boot))
             return false;
@@ -697,51 +733,92 @@ QList<Finding> Reader::findings() const
     return found;
 }
 
+// What journalctl is asked to keep of the entries that the field matches leave: what the reader
+// understands, nothing more. Every branch starts with a fixed letter or two, which lets the
+// pattern skip along a message quickly.
+const QString pattern =
+    QStringList{
+        u"PM: |Freezing|task:|[DRS] +(?:[0-9a-f]{8,16} +)?[0-9]+ +[0-9]+ +[0-9]+ 0x"_s,
+        u"wakeup source|ACPI: (?:Pr|Wa|Lo)|uspended for|PreserveVideoMemoryAllocations|hibernation is restricted"_s,
+        u"sleep (?:state|operation)|Suspending|Hibernating|System re|will suspend now|is masked"_s,
+        u"Failed (?:to (?:put|suspend|freeze|execute)|with result)|Main process exited"_s,
+    }
+        .join(u'|');
+
+QStringList commonArguments()
+{
+    return {u"--output=json"_s,    u"--output-fields=MESSAGE,UNIT,_BOOT_ID,_TRANSPORT,_COMM,_UID"_s,
+            u"--reverse"_s,        u"--lines=2000"_s,
+            u"--no-pager"_s,       u"--case-sensitive=true"_s,
+            u"--grep="_s + pattern};
+}
+
+// The entries of one or more journalctl outputs (each newest first), each once, oldest first.
+// An entry's time orders it; one without a time keeps its place after the one before it.
+QList<Entry> entriesOf(const QList<QByteArrayView> &outputs)
+{
+    QList<Entry> entries;
+    QSet<QByteArray> cursors;
+    for (const QByteArrayView output : outputs) {
+        QList<QByteArrayView> lines;
+        for (qsizetype start = 0; start < output.size();) {
+            qsizetype end = output.indexOf('\n', start);
+            if (end < 0)
+                end = output.size();
+            const QByteArrayView line = output.sliced(start, end - start);
+            start = end + 1;
+            if (!line.isEmpty() && line.size() <= maxLineBytes)
+                lines.append(line);
+        }
+        qint64 previous = 0;
+        for (auto it = lines.crbegin(); it != lines.crend(); ++it) {
+            Entry entry = entryFrom(QJsonDocument::fromJson(it->toByteArray()).object());
+            if (entry.from == Entry::other || (!entry.cursor.isEmpty() && cursors.contains(entry.cursor)))
+                continue;
+            cursors.insert(entry.cursor);
+            if (entry.realtime < 0)
+                entry.realtime = previous;
+            previous = entry.realtime;
+            entries.append(std::move(entry));
+        }
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry &a, const Entry &b) { return a.realtime < b.realtime; });
+    return entries;
+}
+
 } // namespace
 
 QStringList LastSuspends::journalctlArguments()
 {
-    // journalctl sifts: the field matches use the journal's indexes, and the pattern runs only on
-    // what they leave. What the pattern keeps is what the reader understands, nothing more.
-    static const QString pattern =
-        QStringList{
-            u"PM: "_s,
-            u"Freezing (?:of tasks|user space|remaining)"_s,
-            u"task:.{1,15} +state:"_s,
-            u"^.{15} [A-Za-z](?:  running task    | [0-9a-f]{8,16} )? *[0-9]+ +[0-9]+ +[0-9]+ 0x"_s,
-            u"[Ww]akeup (?:pending|event|source)"_s,
-            u"pm_system_irq_wakeup"_s,
-            u"dpm_run_callback|\\(\\): .* returns -"_s,
-            u"ACPI: (?:PM: )?(?:Preparing to enter|Waking up from|Low-level resume)"_s,
-            u"[Ss]uspended for [0-9.]+ seconds"_s,
-            u"NVRM: .*PreserveVideoMemoryAllocations"_s,
-            u"Lockdown: .*hibernation"_s,
-            u"sleep state|sleep operation|Suspending|Hibernating system|System resumed|will suspend now"_s,
-            u"Failed to (?:put system to sleep|suspend system|freeze unit)"_s,
-            u"is masked, refusing operation"_s,
-            u"Failed with result|Main process exited|Failed to execute"_s,
-        }
-            .join(u'|');
-    return {u"--output=json"_s,
-            u"--output-fields=MESSAGE,UNIT,_BOOT_ID,_TRANSPORT,_COMM,_UID"_s,
-            u"--since=-1d"_s,
-            u"--reverse"_s,
-            u"--lines=2000"_s,
-            u"--no-pager"_s,
-            u"--case-sensitive=true"_s,
-            u"--grep="_s + pattern,
-            u"_TRANSPORT=kernel"_s,
-            u"+"_s,
-            u"_COMM=systemd-sleep"_s,
-            u"_COMM=systemd-logind"_s,
-            u"_UID=0"_s,
-            u"+"_s,
-            u"UNIT=nvidia-suspend.service"_s,
-            u"UNIT=nvidia-resume.service"_s,
-            u"UNIT=nvidia-hibernate.service"_s,
-            u"UNIT=nvidia-suspend-then-hibernate.service"_s,
-            u"UNIT=user.slice"_s,
-            u"_UID=0"_s};
+    // The field matches use the journal's indexes; the kernel's everyday messages, which may be
+    // thousands a day, are left out but for its errors and notices.
+    return QStringList{u"--since=-1d"_s} + commonArguments() +
+           QStringList{u"_TRANSPORT=kernel"_s,
+                       u"PRIORITY=0"_s,
+                       u"PRIORITY=1"_s,
+                       u"PRIORITY=2"_s,
+                       u"PRIORITY=3"_s,
+                       u"PRIORITY=4"_s,
+                       u"PRIORITY=5"_s,
+                       u"+"_s,
+                       u"_COMM=systemd-sleep"_s,
+                       u"_COMM=systemd-logind"_s,
+                       u"_UID=0"_s,
+                       u"+"_s,
+                       u"UNIT=nvidia-suspend.service"_s,
+                       u"UNIT=nvidia-resume.service"_s,
+                       u"UNIT=nvidia-hibernate.service"_s,
+                       u"UNIT=nvidia-suspend-then-hibernate.service"_s,
+                       u"UNIT=user.slice"_s,
+                       u"_UID=0"_s};
+}
+
+QStringList LastSuspends::kernelArguments(qint64 from, qint64 to)
+{
+    const auto at = [](qint64 microseconds) { return u"@"_s + QString::number(microseconds / 1'000'000); };
+    return QStringList{u"--since="_s + at(from), u"--until="_s + at(to + 999'999)} + commonArguments() +
+           QStringList{u"_TRANSPORT=kernel"_s};
 }
 
 LastSuspends::Reading LastSuspends::read(const QString &journalctlPath, const Context &context,
@@ -750,32 +827,30 @@ LastSuspends::Reading LastSuspends::read(const QString &journalctlPath, const Co
     const ChildProcessResult run = ChildProcess::run(journalctlPath, journalctlArguments(), &stop, deadline);
     if (!run.started)
         return {};
-    // Without the right, journalctl says so and shows the user's own entries, or none at all.
-    if (run.standardError.contains("not seeing messages from other users and the system") ||
-        run.standardError.contains("insufficient permissions"))
+    if (JournalJson::accessDenied(run.standardError))
         return {Access::denied, {}};
     if (run.exitStatus != 0)
         return {};
-    return {Access::read, fromJournal(run.standardOutput, context)};
+    // A failed attempt is told whole by the kernel's messages of those few seconds: which task
+    // would not freeze, what woke it.
+    Reader first(context);
+    for (Entry &entry : entriesOf({run.standardOutput}))
+        first.add(std::move(entry));
+    const std::optional<QPair<qint64, qint64>> failure = first.lastFailure();
+    if (!failure)
+        return {Access::read, first.findings()};
+    const ChildProcessResult kernel =
+        ChildProcess::run(journalctlPath, kernelArguments(failure->first, failure->second), &stop, deadline);
+    return {Access::read,
+            fromJournal(run.standardOutput + (kernel.exitStatus == 0 ? kernel.standardOutput : QByteArray()),
+                        context)};
 }
 
 QList<Finding> LastSuspends::fromJournal(QByteArrayView jsonLines, const Context &context)
 {
-    // Newest first, as asked for; an entry's place, not its time, orders it, since the kernel's
-    // messages get their time only once journald wakes up after a suspend.
-    QList<QByteArrayView> lines;
-    for (qsizetype start = 0; start < jsonLines.size();) {
-        qsizetype end = jsonLines.indexOf('\n', start);
-        if (end < 0)
-            end = jsonLines.size();
-        const QByteArrayView line = jsonLines.sliced(start, end - start);
-        start = end + 1;
-        if (!line.isEmpty() && line.size() <= maxLineBytes)
-            lines.append(line);
-    }
     Reader reader(context);
-    for (auto it = lines.crbegin(); it != lines.crend(); ++it)
-        reader.add(entryFrom(QJsonDocument::fromJson(it->toByteArray()).object()));
+    for (Entry &entry : entriesOf({jsonLines}))
+        reader.add(std::move(entry));
     return reader.findings();
 }
 

@@ -34,15 +34,21 @@ public:
         QList<Finding> findings; ///< in a fixed order of causes, at most one each
     };
 
-    /// The fixed arguments: JSON, the last day, newest first, only the kernel's, systemd-sleep's,
-    /// logind's and NVIDIA's sleep units' entries whose messages concern a suspend, and at most a
-    /// couple of thousand of them, so that journalctl does the sifting, however big the journal.
+    /// The fixed arguments: JSON, the last day, newest first, only the entries of systemd-sleep,
+    /// logind, NVIDIA's sleep units and the kernel's errors and notices whose messages concern a
+    /// suspend, and at most a couple of thousand of them, so that journalctl does the sifting,
+    /// however big the journal.
     [[nodiscard]] static QStringList journalctlArguments();
-    /// Runs journalctl at `journalctlPath` once, for no longer than until `deadline`.
+    /// The arguments that ask for all the kernel's messages about a suspend between `from` and
+    /// `to` (µs since the epoch): what it said about the last attempt that failed.
+    [[nodiscard]] static QStringList kernelArguments(qint64 from, qint64 to);
+    /// Runs journalctl at `journalctlPath` once, and once more after a failed attempt, for no
+    /// longer than until `deadline`.
     [[nodiscard]] static Reading read(const QString &journalctlPath, const Context &context,
                                       const std::atomic<bool> &stop, QDeadlineTimer deadline);
-    /// The findings from journal entries, one JSON object a line, in any order journalctl gives
-    /// them. Lines that are not entries, and entries not written by the kernel or systemd, are skipped.
+    /// The findings from journal entries, one JSON object a line, as one or more journalctl
+    /// outputs give them. Lines that are not entries, and entries not written by the kernel or systemd, are
+    /// skipped.
     [[nodiscard]] static QList<Finding> fromJournal(QByteArrayView jsonLines, const Context &context);
 
     /// This boot's id, read from the kernel; empty when unreadable.
