@@ -54,8 +54,8 @@ void writeEntries(QFile &out, const QByteArray &machine)
         monotonic += 110000;
         QByteArray e = "__REALTIME_TIMESTAMP=" + QByteArray::number(clock) +
                        "\n__MONOTONIC_TIMESTAMP=" + QByteArray::number(monotonic) + "\n_BOOT_ID=" + boot +
-                       "\n_MACHINE_ID=" + machine + "\n_TRANSPORT=" + transport +
-                       "\nPRIORITY=" + priority + "\n_HOSTNAME=desk\n";
+                       "\n_MACHINE_ID=" + machine + "\n_TRANSPORT=" + transport + "\nPRIORITY=" + priority +
+                       "\n_HOSTNAME=desk\n";
         if (comm)
             e += QByteArray("_COMM=") + comm + "\nSYSLOG_IDENTIFIER=" + comm + "\n_SYSTEMD_UNIT=" + unit +
                  "\n_UID=" + uid + "\n_PID=" + QByteArray::number(1000 + qHash(QByteArrayView(comm)) % 5000) +
