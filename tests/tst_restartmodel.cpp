@@ -23,8 +23,7 @@ struct Rig {
     {
         fake.setOutputFromFixture("assertions", "assertions-software-update.txt");
         fake.setOutputFromFixture("log", "loginwindow-compact.txt");
-        if (QFile report(reports.filePath(reportName)); !fake.isValid() || !report.open(QIODevice::WriteOnly))
-            qFatal("cannot set up the fake tools");
+        Fixtures::writeFile(reports.filePath(reportName));
     }
     std::unique_ptr<RestartModel> model(const QString &pmsetPath = {})
     {
