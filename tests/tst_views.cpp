@@ -352,6 +352,7 @@ private slots:
         groupOf(v.summary, u"sleepBlock-display"_s)->header()->click();
         v.feed.setSnapshot(everyKind());
         groupOf(v.summary, u"otherAssertionsBlock"_s)->header()->click(); // closed with its rows
+        v.feed.setSnapshot(listing({}));                                  // it goes, and comes back closed
         v.feed.setSnapshot(everyKind());
         v.feed.storeResolvedName(4711, u"Spotify"_s);
         settle();
