@@ -198,6 +198,12 @@ private Q_SLOTS:
         row("a lock whose process logind cannot tell (PID 0) names no process to quit",
             {{{"block", "", "", 0, ""}}, {}, {}, {}}, 3, "A program is blocking restart and shutdown", 1,
             "A program (block)", "Let it finish, then restart again.");
+        const QList<Lock> eight(8, backup);
+        row("as many locks as are listed: no “and 0 more” line", {eight, {}, {}, {}}, 3,
+            "Backup Tool and 7 more are blocking restart and shutdown: Copying files", 8);
+        row("one more than are listed", {eight + QList<Lock>{backup}, {}, {}, {}}, 3,
+            "Backup Tool and 8 more are blocking restart and shutdown: Copying files", 9,
+            "Backup Tool — Copying files (block, borg, PID 812)");
         row("a mode logind does not have is no lock", {{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}}, 0, {},
             0);
         row("no locks", {{}, 5, {}, {}}, 0, {}, 0);
@@ -419,6 +425,17 @@ private Q_SLOTS:
         hostile("a kill without a timeout before it names nobody",
                 entry("x.service", "Killing process 9 (x) with signal SIGKILL.") + timeout,
                 u"Last shutdown waited for x.service"_s);
+        QByteArray six = timeout, seven;
+        for (int pid = 1; pid <= 7; ++pid)
+            (pid <= 6 ? six : seven) +=
+                entry("x.service", u"Killing process %1 (p%1) with signal SIGKILL."_s.arg(pid));
+        const QString sixListed = u"x.service: p1 (PID 1), p2 (PID 2), p3 (PID 3), p4 (PID 4), p5 (PID 5), "
+                                  u"p6 (PID 6)"_s;
+        QTest::addRow("as many killed processes as are listed: no “and 0 more”")
+            << six << 0 << u"Last shutdown waited for p1 (x.service)"_s << QStringList{sixListed};
+        QTest::addRow("one more than are listed")
+            << six + seven << 0 << u"Last shutdown waited for p1 (x.service)"_s
+            << QStringList{sixListed + u", and 1 more"_s};
         QByteArray many;
         for (int i = 0; i < 500; ++i)
             many += entry(u"u%1.service"_s.arg(i), "Stopping timed out.");
