@@ -86,10 +86,12 @@ QList<SourceLabel> restartSources()
             {u"Running apps"_s, u"running_apps"_s}};
 }
 
-// The sleep check's sources get their label values here as they land.
+// The sleep check's sources get their label values here as they land; empty on macOS.
 QList<SourceLabel> sleepSources()
 {
-    return {};
+    if (Profile::current().kind() == Profile::System::macOS)
+        return {};
+    return {{Profile::current().lastSuspends().source, u"last_suspends"_s}};
 }
 
 void countFindings(Exposition &out, const QList<SourceLabel> &sources, const QList<Finding> &findings)
