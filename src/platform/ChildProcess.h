@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QString>
 #include <QStringList>
 #include <atomic>
@@ -23,9 +24,11 @@ public:
 
     /// Starts `program` with exactly `arguments`, standard input inherited, drains both output
     /// pipes while it runs and waits for it to exit. Blocks the calling (worker) thread.
-    /// Once `stop` is set, nothing more is started and a running child is killed with its group.
+    /// Once `stop` is set, nothing more is started and a running child is killed with its group;
+    /// so is a child still running at `deadline` (its exit status is then the signal's).
     [[nodiscard]] static ChildProcessResult run(const QString &program, const QStringList &arguments,
-                                                const std::atomic<bool> *stop = nullptr);
+                                                const std::atomic<bool> *stop = nullptr,
+                                                QDeadlineTimer deadline = QDeadlineTimer::Forever);
 };
 
 } // namespace lullwick
