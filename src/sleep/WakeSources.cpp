@@ -98,10 +98,10 @@ QList<WakeSources::Device> WakeSources::devices(const SystemFiles &files)
 {
     QList<Device> found;
     QStringList seen; // sysfs paths already named
-    const auto add = [&](const QString &name, const QString &path) {
+    const auto add = [&](const QString &name, const QString &path, const QString &acpiName) {
         if (!seen.contains(path) && found.size() < maxRows) {
             seen.append(path);
-            found.append({name, path});
+            found.append({name, acpiName.isEmpty() ? path : path + QStringLiteral(" (") + acpiName + u')'});
         }
     };
     if (const std::optional<QByteArray> acpi = files.read(QStringLiteral("/proc/acpi/wakeup"))) {
@@ -110,9 +110,9 @@ QList<WakeSources::Device> WakeSources::devices(const SystemFiles &files)
                 const QString node = pciNode(row.sysfsNode.sliced(4));
                 const QString kind =
                     pciClassName(files.firstLine(node + QStringLiteral("/class"), 16).value_or(QString()));
-                add(kind + QStringLiteral(" (") + row.device + u')', node);
+                add(kind, node, row.device);
             } else {
-                add(platformName(row.device), QStringLiteral("/proc/acpi/wakeup (") + row.device + u')');
+                add(platformName(row.device), QStringLiteral("/proc/acpi/wakeup"), row.device);
             }
         }
     }
@@ -137,9 +137,17 @@ QList<WakeSources::Device> WakeSources::devices(const SystemFiles &files)
                 name = files.firstLine(node + QStringLiteral("/name"), maxName).value_or(QString());
             else
                 name = platformName(entry);
-            add(name.isEmpty() ? text::singleLine(entry, maxName) : name, node);
+            add(name.isEmpty() ? text::singleLine(entry, maxName) : name, node, {});
         }
     }
+    // What a person recognises first; bridges and devices without a name last.
+    const Profile::Sleep &words = Profile::current().sleep();
+    std::stable_sort(found.begin(), found.end(), [&words](const Device &a, const Device &b) {
+        const auto vague = [&words](const Device &d) {
+            return d.name == words.pciBridge || d.name == words.someDevice;
+        };
+        return !vague(a) && vague(b);
+    });
     return found;
 }
 
@@ -149,18 +157,30 @@ QList<Finding> WakeSources::findings(const SystemFiles &files)
     QList<Finding> found;
     const QList<Device> all = devices(files);
     if (!all.isEmpty()) {
-        QStringList names, lines;
+        // The title names what a person recognises; bridges and unnamed devices only count.
+        QStringList clear, vague, lines;
         for (const Device &d : all) {
+            QStringList &names = d.name == words.pciBridge || d.name == words.someDevice ? vague : clear;
             if (!names.contains(d.name))
                 names.append(d.name);
             if (lines.size() < maxListed)
                 lines.append(d.name + QStringLiteral(" — ") + d.path);
         }
+        const qsizetype vagueCount = std::count_if(all.cbegin(), all.cend(), [&words](const Device &d) {
+            return d.name == words.pciBridge || d.name == words.someDevice;
+        });
+        QString title;
+        if (clear.isEmpty())
+            title = SleepContext::names(vague);
+        else if (vagueCount == 0)
+            title = SleepContext::names(clear);
+        else
+            title = words.namesMore.arg(clear.join(QStringLiteral(", ")), QString::number(vagueCount));
         if (all.size() > maxListed)
             lines.append(Profile::current().restartEvidence().moreLine.arg(all.size() - maxListed));
-        found.append(Finding::make(
-            FindingSeverity::info, words.wakeSource, words.wakeTitle.arg(SleepContext::names(names)),
-            words.wakeDetail + QStringLiteral("\n\n") + lines.join(u'\n'), words.wakeAdvice));
+        found.append(Finding::make(FindingSeverity::info, words.wakeSource, words.wakeTitle.arg(title),
+                                   words.wakeDetail + QStringLiteral("\n\n") + lines.join(u'\n'),
+                                   words.wakeAdvice));
     }
 
     // The sources that woke the computer or stopped a suspend, most recent first.

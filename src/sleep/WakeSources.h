@@ -25,7 +25,7 @@ public:
     /// One device allowed to wake the computer.
     struct Device {
         QString name; ///< "USB controller", "Logitech USB Receiver"…
-        QString path; ///< where its wakeup switch is: /sys/… or "/proc/acpi/wakeup (XHC0)"
+        QString path; ///< its sysfs node, with its ACPI name if it has one: "/sys/… (XHC0)"
         bool operator==(const Device &) const = default;
     };
 
