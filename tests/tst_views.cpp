@@ -3,8 +3,8 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsView.h"
-#include "profile/Profile.h"
 #include "pmset/PMSetService.h"
+#include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
 #include "summary/AssertionRow.h"
@@ -495,6 +495,8 @@ private slots:
             QCOMPARE(rows[i]->assertion(), blockers[i]);
             QCOMPARE(textOf(rows[i], u"rowHeldText"_s),
                      u"Held "_s + AssertionRowText::prettyDuration(blockers[i].timeHeld));
+            // What the user reads of the kind is the new reading's.
+            QVERIFY(textOf(rows[i], u"rowProcess"_s).endsWith(Profile::current().describe(blockers[i].kind)));
             titles << textOf(rows[i], u"rowTitle"_s);
             if (before.value(blockers[i].processName) != rows[i])
                 rebuilt << blockers[i].processName;
