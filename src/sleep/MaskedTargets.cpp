@@ -52,7 +52,9 @@ QList<Finding> MaskedTargets::findings(const SystemFiles &files)
         if (stopsSuspend(target))
             suspending.append(target);
         const bool inEtc = files.linksToDevNull(persistent + target);
-        runtimeOnly |= !inEtc;
+        // Said only when every mask that stops suspend goes away with the next boot.
+        if (stopsSuspend(target))
+            runtimeOnly = suspending.size() == 1 ? !inEtc : runtimeOnly && !inEtc;
         // A runtime mask is undone with --runtime; a persistent one without.
         commands.append(inEtc ? QStringLiteral("sudo systemctl unmask ") + target
                               : QStringLiteral("sudo systemctl unmask --runtime ") + target);
