@@ -4,6 +4,7 @@
 #include "pmset/PMSetService.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
+#include "sleep/SleepCheck.h"
 #include "summary/SummaryClipboard.h"
 
 #include <QtTest>
@@ -195,7 +196,11 @@ private Q_SLOTS:
                 analysis->ranAt = at;
                 return RestartClipboard::text(analysis);
             }
-            return SummaryClipboard::text(reading, {{ownPid.toLongLong(), "tst_report"}});
+            // On Linux the sleep check's verdict and findings follow the capture time; the fake
+            // stand-in answers nothing, so the check reads only this machine's files.
+            const std::atomic<bool> keepGoing{false};
+            return SummaryClipboard::text(reading, {{ownPid.toLongLong(), "tst_report"}}, {},
+                                          SleepCheck{}.evaluate(SleepEvidence(), keepGoing));
         });
         QCOMPARE(QString::fromUtf8(run.out), expected);
     }

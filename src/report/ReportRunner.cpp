@@ -12,7 +12,8 @@
 namespace lullwick {
 
 ReportRunner::ReportRunner(ReportOptions options)
-    : m_options(options), m_assertions(std::make_unique<AssertionsModel>())
+    : m_options(options), m_assertions(std::make_unique<AssertionsModel>(ToolPaths::pmset(), ToolPaths::ps(),
+                                                                         SleepCheck::forProfile()))
 {
     if (m_options.mode == ReportOptions::Mode::restart)
         m_restart = std::make_unique<RestartModel>();
@@ -63,7 +64,8 @@ QByteArray ReportRunner::render() const
     using Mode = ReportOptions::Mode;
     const AssertionsSnapshot &snapshot = *m_assertions->snapshot();
     if (m_options.json) {
-        QJsonObject document = ReportJson::reading(snapshot, m_assertions->resolvedNames());
+        QJsonObject document =
+            ReportJson::reading(snapshot, m_assertions->resolvedNames(), m_assertions->sleepFindings());
         if (m_options.mode == Mode::restart)
             document.insert(QStringLiteral("restart"), ReportJson::restart(*m_restart->analysis()));
         if (m_options.mode == Mode::details)
@@ -72,7 +74,9 @@ QByteArray ReportRunner::render() const
     }
     switch (m_options.mode) {
     case Mode::summary:
-        return SummaryClipboard::text(snapshot, m_assertions->resolvedNames()).toUtf8();
+        return SummaryClipboard::text(snapshot, m_assertions->resolvedNames(), {},
+                                      m_assertions->sleepFindings())
+            .toUtf8();
     case Mode::details:
         return DetailsClipboard::text(snapshot, m_assertions->settingsRaw()).toUtf8();
     case Mode::restart:
