@@ -10,6 +10,7 @@
 #include "restart/RestartView.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
+#include "summary/SummaryClipboard.h"
 #include "summary/SummaryView.h"
 
 #include <QAbstractButton>
@@ -229,6 +230,86 @@ private Q_SLOTS:
         model.analyze();
         QTRY_VERIFY_WITH_TIMEOUT(!model.isAnalyzing() && model.analysis()->journalDenied, 20'000);
         QVERIFY(!journalCaveat->isHidden());
+    }
+
+    // The Summary with the sleep check speaking: suspend masked, GNOME's automatic suspend off,
+    // suspend-to-idle only and three devices that may wake the computer; light and dark.
+    void summaryWithSleepFindings()
+    {
+        FakeToolDir fake;
+        QTemporaryDir root;
+        QVERIFY(fake.isValid() && root.isValid());
+        // Nothing holds a lock: the sleep check is all there is to say.
+        fake.setOutput(u"assertions"_s, "Assertion status system-wide:\n   PreventSystemSleep             0\n"
+                                        "Listed by owning process:\n");
+        fake.setOutput(u"sleep-evidence"_s, "can-suspend\tna\nlogind\tOnExternalPower\tyes\n");
+        const QString r = root.path();
+        QVERIFY(QDir().mkpath(r + u"/etc/systemd/system"_s));
+        QVERIFY(QFile::link(u"/dev/null"_s, r + u"/etc/systemd/system/suspend.target"_s));
+        for (const auto &[path, text] : {std::pair{"/sys/power/mem_sleep", "[s2idle]\n"},
+                                         {"/proc/acpi/wakeup", "XHC0\t  S4\t*enabled   pci:0000:00:14.0\n"},
+                                         {"/sys/bus/pci/devices/0000:00:14.0/class", "0x0c0330\n"},
+                                         {"/sys/bus/pci/devices/0000:02:00.0/class", "0x020000\n"},
+                                         {"/sys/bus/pci/devices/0000:02:00.0/power/wakeup", "enabled\n"},
+                                         {"/sys/bus/usb/devices/1-2/product", "USB Receiver\n"},
+                                         {"/sys/bus/usb/devices/1-2/manufacturer", "Logitech\n"},
+                                         {"/sys/bus/usb/devices/1-2/power/wakeup", "enabled\n"},
+                                         {"/gsettings.out", "org.gnome.settings-daemon.plugins.power "
+                                                            "sleep-inactive-ac-type 'nothing'\n"
+                                                            "org.gnome.settings-daemon.plugins.power "
+                                                            "sleep-inactive-ac-timeout 1200\n"},
+                                         {"/gsettings", "#!/bin/sh\ncat \"${0%/*}/gsettings.out\"\n"}}) {
+            const QString at = r + QString::fromLatin1(path);
+            QVERIFY(QDir().mkpath(QFileInfo(at).path()));
+            Fixtures::writeFile(at, text);
+        }
+        QVERIFY(QFile::setPermissions(r + u"/gsettings"_s, QFile::ReadOwner | QFile::ExeOwner));
+        SleepCheck check{fake.pmsetPath(), r, {r + u"/gsettings"_s, r + u"/config"_s, {u"GNOME"_s}, {}}};
+        AssertionsModel model(fake.pmsetPath(), fake.psPath(), check);
+        SummaryView view(&model);
+        view.resize(760, 2000);
+        view.show();
+        model.refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(model.sleepFindings() && !model.isFetching(), 20'000);
+        QCoreApplication::processEvents();
+
+        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
+        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
+            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
+        });
+        QStringList shown;
+        for (const QLabel *title : titles)
+            shown << title->text();
+        QCOMPARE(shown,
+                 (QStringList{
+                     u"This computer cannot suspend: suspend.target is masked"_s,
+                     u"Your desktop never suspends on its own while plugged in"_s,
+                     u"Suspend here is suspend-to-idle only"_s,
+                     u"USB controller, Logitech USB Receiver and network card may wake this computer"_s}));
+        // The verdict says both: no lock, and no suspend. The desktop's finding opens its power settings.
+        QCOMPARE(
+            view.findChild<QLabel *>(u"verdictLabel"_s)->text(),
+            u"Nothing holds a sleep lock, but this computer cannot suspend: suspend.target is masked."_s);
+        const auto *link = view.findChild<QAbstractButton *>(u"sleepFindingLink"_s);
+        QVERIFY(link);
+        QCOMPARE(link->accessibleName(), link->text());
+        const QString copy =
+            SummaryClipboard::text(model.snapshot(), model.resolvedNames(), {}, model.sleepFindings());
+        QVERIFY(copy.contains(
+            u"\n\nNothing holds a sleep lock, but this computer cannot suspend: suspend.target is "
+            u"masked.\n\nWhy it may still not sleep\n[Likely] This computer cannot suspend: "
+            u"suspend.target is masked\n  Source: Sleep turned off (systemd units)\n"_s));
+
+        const auto save = [&](const QString &name) {
+            QCoreApplication::processEvents();
+            QVERIFY(
+                static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
+        };
+        save(u"linux-summary-sleep-check"_s);
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        save(u"linux-summary-sleep-check-dark"_s);
+        QApplication::setPalette(light);
     }
 
     // The desktop's own settings panels and process viewer; rows open the viewer with the PID.

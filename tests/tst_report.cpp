@@ -6,6 +6,7 @@
 #include "report/ReportMetrics.h"
 #include "restart/RestartClipboard.h"
 #include "restart/RestartModel.h"
+#include "sleep/SleepCheck.h"
 #include "summary/SummaryClipboard.h"
 
 #include <QtTest>
@@ -263,7 +264,9 @@ private Q_SLOTS:
             {"severity=likely", "source=shutdown_locks"}, 1);
         row("restart findings: every series, zero too", "reading", "restart_findings",
             {"severity=info", "source=other"}, 0);
-        row("no sleep check, no sleep findings", "reading", "sleep_findings",
+        row("sleep check: every series, zero too", "reading", "sleep_findings",
+            {"severity=info", "source=other"}, 0);
+        row("failed reading, no sleep check", "failed reading", "sleep_findings",
             {"severity=info", "source=other"}, absent);
         row("failed reading said", "failed reading", "up", {}, 0);
         row("failed reading counts nothing", "failed reading", "sleep_blocked", {"kind=system"}, absent);
@@ -396,7 +399,11 @@ private Q_SLOTS:
                 analysis->ranAt = at;
                 return RestartClipboard::text(analysis);
             }
-            return SummaryClipboard::text(reading, {{ownPid.toLongLong(), "tst_report"}});
+            // On Linux the sleep check's verdict and findings follow the capture time; the fake
+            // stand-in answers nothing, so the check reads only this machine's files.
+            const std::atomic<bool> keepGoing{false};
+            return SummaryClipboard::text(reading, {{ownPid.toLongLong(), "tst_report"}}, {},
+                                          SleepCheck{}.evaluate(SleepEvidence(), keepGoing));
         });
         QCOMPARE(QString::fromUtf8(run.out), expected);
     }

@@ -39,7 +39,9 @@ QPushButton *headerButton(const QString &text, const QString &symbol, QWidget *p
 } // namespace
 
 ContentView::ContentView(AssertionsModel *model, RestartModel *restartModel, QWidget *parent)
-    : QWidget(parent), m_model(model ? model : new AssertionsModel),
+    : QWidget(parent),
+      m_model(model ? model
+                    : new AssertionsModel(ToolPaths::pmset(), ToolPaths::ps(), SleepCheck::forProfile())),
       m_restartModel(restartModel ? restartModel : new RestartModel)
 {
     m_model->setParent(this);
@@ -171,7 +173,8 @@ void ContentView::copyVisibleTabContents()
     QString text;
     switch (selectedTab()) {
     case Tab::summary:
-        text = SummaryClipboard::text(m_model->snapshot(), m_model->resolvedNames());
+        text = SummaryClipboard::text(m_model->snapshot(), m_model->resolvedNames(), {},
+                                      m_model->sleepFindings());
         break;
     case Tab::restart:
         text = RestartClipboard::text(m_restartModel->analysis());

@@ -39,6 +39,7 @@ public:
     using Restart = Words::Restart;
     using RestartEvidence = Words::RestartEvidence;
     using LastSuspends = Words::LastSuspends;
+    using Sleep = Words::Sleep;
 
     [[nodiscard]] const Summary &summary() const { return m_words.summary; }
     [[nodiscard]] const Details &details() const { return m_words.details; }
@@ -47,6 +48,8 @@ public:
     [[nodiscard]] const RestartEvidence &restartEvidence() const { return m_words.restartEvidence; }
     /// The findings of the last suspends, from the system journal; empty on macOS.
     [[nodiscard]] const LastSuspends &lastSuspends() const { return m_words.lastSuspends; }
+    /// The sleep check's words; empty on macOS, which has no sleep check.
+    [[nodiscard]] const Sleep &sleep() const { return m_words.sleep; }
     /// The command-line report's one-line description of itself.
     [[nodiscard]] const QString &reportDescription() const { return m_words.reportDescription; }
     /// All the words of this system.

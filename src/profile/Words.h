@@ -127,11 +127,72 @@ struct Words {
         QString sleptAdvice;
     };
 
+    /// The sleep check: why the computer may still not sleep when nothing holds a lock (masked
+    /// targets, what logind and the kernel offer, the lid and idle policy, the desktop's automatic
+    /// suspend, what may wake it). Only a Linux system has one; empty on macOS. Filled in by
+    /// linuxSleepWords(). %1, %2, %3 are filled in as noted.
+    struct Sleep {
+        QString sectionTitle, sectionIntro;
+        QString verdict; ///< nothing holds a lock, but it cannot suspend; %1: why
+        QString targetsSource, abilitySource, kernelSource, lidSource, desktopSource, wakeSource;
+        QString namesAnd;             ///< %1: names, %2: the last name
+        QString namesMore;            ///< %1: names, %2: how many more
+        QString cannotSuspendTitle;   ///< %1: why, e.g. maskedReason
+        QString maskedReason;         ///< %1: the unit
+        QString maskedDetail;         ///< %1: the masked units
+        QString maskedUntilBoot;      ///< added when a mask lives in /run only
+        QString maskedAdvice;         ///< %1: the commands
+        QString hibernateMaskedTitle; ///< %1: the unit
+        QString hibernateMaskedDetail;
+        QString noKernelSuspendReason, logindNaReason;
+        QString noSuspendDetail; ///< %1: the state line
+        QString noSuspendAdvice;
+        QString suspendNotAllowedTitle, suspendNotAllowedDetail, suspendNotAllowedAdvice;
+        QString hibernateUnavailableTitle; ///< %1: why
+        QString lockdownReason, noSwapReason, noKernelHibernateReason, hibernateNaReason;
+        QString hibernateUnavailableDetail;
+        QString s2idleOnlyTitle, s2idleOnlyDetail, s2idleOnlyAdvice;
+        QString s2idleChosenTitle, s2idleChosenDetail, s2idleChosenAdvice;
+        QString failedDeviceTitle; ///< %1: the device, %2: the step
+        QString failedStepTitle;   ///< %1: the step
+        QString failedDetail;      ///< %1: failures, %2: successes
+        QString failedErrno;       ///< %1: the error number
+        QString failedAdvice;
+        QString pluggedIn, onBattery, docked; ///< where the computer is now, e.g. "while plugged in"
+        QString lidHandlerTitle;              ///< %1: the program
+        QString lidHandlerDetail;             ///< %1: the program, %2: its reason
+        QString lidHandlerAdvice;
+        QString lidIgnoredTitle;  ///< %1: where (pluggedIn…), %2: logind's action
+        QString lidIgnoredDetail; ///< %1: the setting, %2: its value
+        QString lidIgnoredAdvice; ///< %1: the setting
+        QString idleActionTitle;  ///< %1: the action, %2: the time
+        QString idleActionDetail;
+        QString minutes, oneMinute, hours, oneHour, seconds;
+        QString neverSuspendsTitle;  ///< %1: where
+        QString neverSuspendsDetail; ///< %1: the desktop, %2: where
+        QString neverSuspendsAdvice;
+        QString suspendsAfterTitle;   ///< %1: the desktop, %2: the time, %3: where
+        QString hibernatesAfterTitle; ///< %1: the desktop, %2: the time, %3: where
+        QString suspendsAfterDetail;  ///< %1: the desktop
+        QString desktopLidTitle;      ///< %1: the desktop, %2: where
+        QString desktopLidDetail;     ///< %1: the desktop, %2: the setting's value
+        QString desktopLidAdvice;
+        QString wakeTitle; ///< %1: the devices
+        QString wakeDetail, wakeAdvice;
+        QString wokeTitle; ///< %1: the sources
+        QString wokeDetail;
+        QString wokeTimes; ///< %1: the source, %2: how often
+        QString wokeOnce;  ///< %1: the source
+        QString usbController, networkCard, wirelessCard, pciBridge, keyboard, mouse, lidDevice, powerButton,
+            someDevice;
+    };
+
     Summary summary;
     Details details;
     Restart restart;
     RestartEvidence restartEvidence;
     LastSuspends lastSuspends;
+    Sleep sleep;
     /// The command-line report's one-line description of itself.
     QString reportDescription;
     /// What each known assertion kind does, indexed by AssertionKind::Case.
@@ -146,5 +207,7 @@ struct Words {
 [[nodiscard]] Words linuxWords(const Words &mac);
 /// A Linux desktop's words for the last suspends.
 [[nodiscard]] Words::LastSuspends linuxSuspendWords();
+/// The sleep check's words on a Linux desktop.
+[[nodiscard]] Words::Sleep linuxSleepWords();
 
 } // namespace lullwick

@@ -84,9 +84,23 @@ QString severityWord(RestartSeverity severity)
     Q_UNREACHABLE();
 }
 
+QJsonArray findingsArray(const QList<Finding> &findings)
+{
+    QJsonArray array;
+    for (const Finding &f : findings) {
+        array.append(QJsonObject{{u"severity"_s, word(f.severity)},
+                                 {u"source"_s, f.source},
+                                 {u"title"_s, f.title},
+                                 {u"detail"_s, f.detail},
+                                 {u"action"_s, orNull(f.advice)}});
+    }
+    return array;
+}
+
 } // namespace
 
-QJsonObject ReportJson::reading(const AssertionsSnapshot &snapshot, const ResolvedNames &names)
+QJsonObject ReportJson::reading(const AssertionsSnapshot &snapshot, const ResolvedNames &names,
+                                const std::optional<SleepFindings> &sleep)
 {
     QJsonArray counts;
     for (const SystemWideCount &c : snapshot.systemWideCounts)
@@ -104,7 +118,8 @@ QJsonObject ReportJson::reading(const AssertionsSnapshot &snapshot, const Resolv
             {u"assertions"_s, assertions},
             {u"blockers"_s, blockers},
             {u"nonBlocking"_s, indexesOf(snapshot.nonBlockingAssertions(), snapshot.assertions)},
-            {u"verdict"_s, SummaryVerdict::of(snapshot).text()}};
+            {u"verdict"_s, SummaryVerdict::of(snapshot, sleep ? sleep->cannotSuspend : std::nullopt).text()},
+            {u"sleepFindings"_s, sleep ? findingsArray(sleep->findings) : QJsonArray()}};
 }
 
 QJsonObject ReportJson::restart(const RestartAnalysis &analysis)

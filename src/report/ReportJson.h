@@ -2,6 +2,7 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "model/RestartAnalysis.h"
+#include "sleep/SleepCheck.h"
 #include "summary/ResolvedNames.h"
 
 #include <QJsonObject>
@@ -18,8 +19,10 @@ public:
     static constexpr int schemaVersion = 1;
 
     /// The reading: capture time, counters, every assertion explained, the blockers of each kind
-    /// of sleep (as indexes into the assertions), the non-blocking ones and the verdict.
-    [[nodiscard]] static QJsonObject reading(const AssertionsSnapshot &snapshot, const ResolvedNames &names);
+    /// of sleep (as indexes into the assertions), the non-blocking ones, the verdict and the sleep
+    /// check's findings (an empty list without a sleep check).
+    [[nodiscard]] static QJsonObject reading(const AssertionsSnapshot &snapshot, const ResolvedNames &names,
+                                             const std::optional<SleepFindings> &sleep = std::nullopt);
     /// The restart analysis: when it ran, its verdict and its findings.
     [[nodiscard]] static QJsonObject restart(const RestartAnalysis &analysis);
     /// Both pmset texts as they were printed.

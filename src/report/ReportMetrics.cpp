@@ -86,12 +86,19 @@ QList<SourceLabel> restartSources()
             {u"Running apps"_s, u"running_apps"_s}};
 }
 
-// The sleep check's sources get their label values here as they land; empty on macOS.
+/// The sleep check's sources; none on macOS, which has no sleep check.
 QList<SourceLabel> sleepSources()
 {
     if (Profile::current().kind() == Profile::System::macOS)
         return {};
-    return {{Profile::current().lastSuspends().source, u"last_suspends"_s}};
+    const Profile::Sleep &words = Profile::current().sleep();
+    return {{words.targetsSource, u"sleep_targets"_s},
+            {words.abilitySource, u"logind_ability"_s},
+            {words.kernelSource, u"kernel"_s},
+            {words.lidSource, u"lid_idle"_s},
+            {words.desktopSource, u"desktop_suspend"_s},
+            {words.wakeSource, u"wake_sources"_s},
+            {Profile::current().lastSuspends().source, u"last_suspends"_s}};
 }
 
 void countFindings(Exposition &out, const QList<SourceLabel> &sources, const QList<Finding> &findings)

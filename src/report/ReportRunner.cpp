@@ -14,7 +14,8 @@
 namespace lullwick {
 
 ReportRunner::ReportRunner(ReportOptions options)
-    : m_options(options), m_assertions(std::make_unique<AssertionsModel>())
+    : m_options(options), m_assertions(std::make_unique<AssertionsModel>(ToolPaths::pmset(), ToolPaths::ps(),
+                                                                         SleepCheck::forProfile()))
 {
     if (m_options.mode == ReportOptions::Mode::restart || m_options.mode == ReportOptions::Mode::metrics)
         m_restart = std::make_unique<RestartModel>();
@@ -64,11 +65,14 @@ ReportOutcome ReportRunner::outcome() const
 
 QByteArray ReportRunner::metrics() const
 {
-    // No sleep check runs yet: its findings are left out rather than counted as none.
     // A failed reading counts as none, whatever an earlier one found.
     const std::optional<AssertionsSnapshot> snapshot =
         m_assertions->lastError() ? std::nullopt : m_assertions->snapshot();
-    return ReportMetrics::text({snapshot, m_assertions->resolvedNames(), m_restart->analysis(), std::nullopt,
+    // Without a sleep check (on macOS) its family is left out rather than counted as none.
+    std::optional<QList<Finding>> sleepFindings;
+    if (m_assertions->sleepFindings())
+        sleepFindings = m_assertions->sleepFindings()->findings;
+    return ReportMetrics::text({snapshot, m_assertions->resolvedNames(), m_restart->analysis(), sleepFindings,
                                 QCoreApplication::applicationVersion()});
 }
 
@@ -79,7 +83,8 @@ QByteArray ReportRunner::render() const
         return metrics();
     const AssertionsSnapshot &snapshot = *m_assertions->snapshot();
     if (m_options.json) {
-        QJsonObject document = ReportJson::reading(snapshot, m_assertions->resolvedNames());
+        QJsonObject document =
+            ReportJson::reading(snapshot, m_assertions->resolvedNames(), m_assertions->sleepFindings());
         if (m_options.mode == Mode::restart)
             document.insert(QStringLiteral("restart"), ReportJson::restart(*m_restart->analysis()));
         if (m_options.mode == Mode::details)
@@ -88,7 +93,9 @@ QByteArray ReportRunner::render() const
     }
     switch (m_options.mode) {
     case Mode::summary:
-        return SummaryClipboard::text(snapshot, m_assertions->resolvedNames()).toUtf8();
+        return SummaryClipboard::text(snapshot, m_assertions->resolvedNames(), {},
+                                      m_assertions->sleepFindings())
+            .toUtf8();
     case Mode::details:
         return DetailsClipboard::text(snapshot, m_assertions->settingsRaw()).toUtf8();
     case Mode::restart:

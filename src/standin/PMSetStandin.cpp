@@ -6,6 +6,7 @@
 #include "standin/LogindSource.h"
 #include "standin/PowerSettings.h"
 #include "standin/RestartEvidence.h"
+#include "standin/SleepQuestions.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -65,9 +66,14 @@ int PMSetStandin::run(const QStringList &arguments, QTextStream &out, QTextStrea
             systemBus, sessionBus, [&listing] { return sourceDeadline(listing); }, out, err);
         return 0;
     }
+    if (arguments == QStringList{QStringLiteral("--sleep-evidence")}) {
+        const auto systemBus = connected(QDBusConnection::systemBus(), u"system", diagnostics);
+        SleepQuestions::write(systemBus, sourceDeadline(listing), out, err);
+        return 0;
+    }
     const bool assertions = arguments == QStringList{QStringLiteral("-g"), QStringLiteral("assertions")};
     if (!assertions && arguments != QStringList{QStringLiteral("-g")}) {
-        err << "usage: lullwick-pmset -g [assertions] | --restart-evidence" << Qt::endl;
+        err << "usage: lullwick-pmset -g [assertions] | --restart-evidence | --sleep-evidence" << Qt::endl;
         return 2;
     }
 

@@ -7,7 +7,8 @@ namespace lullwick {
 
 /// Stands in for pmset where there is none: answers `-g assertions` from the inhibitors that
 /// systemd-logind and the desktop session hold, and `-g` from the kernel's and logind's settings.
-/// `--restart-evidence` lists what they hold against a restart, for the restart analysis.
+/// `--restart-evidence` lists what they hold against a restart, for the restart analysis;
+/// `--sleep-evidence` what logind says about suspending and the lid, for the sleep check.
 class PMSetStandin {
 public:
     PMSetStandin() = delete;

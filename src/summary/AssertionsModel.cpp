@@ -1,5 +1,6 @@
 #include "summary/AssertionsModel.h"
 
+#include "platform/SerialWorker.h"
 #include "pmset/PMSetService.h"
 
 #include <QCoroFuture>
@@ -25,9 +26,14 @@ template <typename T> QCoro::Task<void> untilEnded(QFuture<T> future)
 
 } // namespace
 
-AssertionsModel::AssertionsModel(QString pmsetPath, QString psPath, QObject *parent)
-    : QObject(parent), m_service(std::make_unique<PMSetService>(std::move(pmsetPath), std::move(psPath)))
-{}
+AssertionsModel::AssertionsModel(QString pmsetPath, QString psPath, std::optional<SleepCheck> sleepCheck,
+                                 QObject *parent)
+    : QObject(parent), m_sleepCheck(std::move(sleepCheck)),
+      m_service(std::make_unique<PMSetService>(std::move(pmsetPath), std::move(psPath)))
+{
+    if (m_sleepCheck)
+        m_sleepWorker = std::make_unique<SerialWorker>();
+}
 
 AssertionsModel::~AssertionsModel() = default;
 
@@ -45,6 +51,12 @@ QCoro::Task<void> AssertionsModel::runRefresh()
     setIsFetching(true);
     QFuture<PMSetService::Result<AssertionsSnapshot>> assertionsRead = m_service->fetchAssertions();
     QFuture<PMSetService::Result<QString>> settingsRead = m_service->fetchSettings();
+    // The sleep check runs beside pmset, on its own worker, so a reading waits for the slower of
+    // the two rather than for both.
+    QFuture<SleepFindings> sleepRead;
+    if (m_sleepWorker)
+        sleepRead = m_sleepWorker->run(
+            [check = *m_sleepCheck](const std::atomic<bool> &stop) { return check.run(stop); });
 
     PMSetService::Result<AssertionsSnapshot> assertions = co_await assertionsRead;
     if (!self)
@@ -75,6 +87,14 @@ QCoro::Task<void> AssertionsModel::runRefresh()
     co_await resolveCreatedForPIDs(*m_snapshot);
     if (!self)
         co_return;
+    // The check has been running beside pmset and ps all along; it is usually done by now.
+    if (m_sleepWorker) {
+        co_await untilEnded(sleepRead);
+        if (!self)
+            co_return;
+        if (sleepRead.resultCount() > 0)
+            setSleepFindings(sleepRead.result());
+    }
     // Busy until the last of overlapping refreshes has ended, not the first.
     setIsFetching(--m_refreshesUnderWay > 0);
 }
@@ -146,6 +166,15 @@ void AssertionsModel::setIsFetching(bool value)
 void AssertionsModel::setResolvedNames(ResolvedNames names)
 {
     assign(m_resolvedNames, std::move(names), &AssertionsModel::resolvedNamesChanged);
+}
+
+void AssertionsModel::setSleepFindings(SleepFindings findings)
+{
+    // Every check makes new ids; findings that say the same things keep the cards shown.
+    if (m_sleepFindings && m_sleepFindings->sameAs(findings))
+        return;
+    m_sleepFindings = std::move(findings);
+    Q_EMIT sleepFindingsChanged();
 }
 
 void AssertionsModel::storeResolvedName(qint64 pid, QString name)

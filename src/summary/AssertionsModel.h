@@ -2,6 +2,7 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "profile/ToolPaths.h"
+#include "sleep/SleepCheck.h"
 #include "summary/ResolvedNames.h"
 
 #include <QCoroTask>
@@ -14,6 +15,7 @@
 namespace lullwick {
 
 class PMSetService;
+class SerialWorker;
 
 /// The latest reading of the power assertions and the settings text, kept on the UI thread.
 /// Every setter that receives an equal value notifies nobody.
@@ -28,8 +30,9 @@ class AssertionsModel : public QObject {
                    showNonBlockedFirstChanged)
 
 public:
+    /// With `sleepCheck`, every reading runs it too, on a worker of its own beside pmset's.
     explicit AssertionsModel(QString pmsetPath = ToolPaths::pmset(), QString psPath = ToolPaths::ps(),
-                             QObject *parent = nullptr);
+                             std::optional<SleepCheck> sleepCheck = std::nullopt, QObject *parent = nullptr);
     ~AssertionsModel() override;
 
     [[nodiscard]] const std::optional<AssertionsSnapshot> &snapshot() const { return m_snapshot; }
@@ -39,6 +42,8 @@ public:
     [[nodiscard]] const ResolvedNames &resolvedNames() const { return m_resolvedNames; }
     [[nodiscard]] bool showNonBlockedFirst() const { return m_showNonBlockedFirst; }
     void setShowNonBlockedFirst(bool value);
+    /// What the last sleep check found; nothing before the first one, or without a sleep check.
+    [[nodiscard]] const std::optional<SleepFindings> &sleepFindings() const { return m_sleepFindings; }
 
     /// Takes a new reading: assertions, settings text, then the created-for process names.
     /// Failures end up in `lastError`. Refreshes asked for while one runs queue behind it, and
@@ -52,6 +57,7 @@ Q_SIGNALS:
     void isFetchingChanged();
     void resolvedNamesChanged();
     void showNonBlockedFirstChanged();
+    void sleepFindingsChanged();
 
 private:
     friend class AssertionsModelFeeder; // tests and benchmarks hand in readings without running pmset
@@ -67,6 +73,7 @@ private:
     void setIsFetching(bool value);
     void setResolvedNames(ResolvedNames names);
     void storeResolvedName(qint64 pid, QString name);
+    void setSleepFindings(SleepFindings findings);
 
     std::optional<AssertionsSnapshot> m_snapshot;
     QString m_settingsRaw;
@@ -75,7 +82,10 @@ private:
     int m_refreshesUnderWay = 0;
     ResolvedNames m_resolvedNames;
     bool m_showNonBlockedFirst = true;
+    std::optional<SleepFindings> m_sleepFindings;
+    std::optional<SleepCheck> m_sleepCheck;
     std::unique_ptr<PMSetService> m_service;
+    std::unique_ptr<SerialWorker> m_sleepWorker; // destroyed first: its call reads m_sleepCheck
 };
 
 } // namespace lullwick

@@ -1,6 +1,8 @@
 #include "summary/SummaryClipboard.h"
 
+#include "profile/Profile.h"
 #include "summary/AssertionRowText.h"
+#include "summary/SummaryVerdict.h"
 
 #include <QStringList>
 
@@ -9,13 +11,28 @@ using namespace Qt::StringLiterals;
 namespace lullwick {
 
 QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot, const ResolvedNames &names,
-                               const DateFormat::Setting &dates)
+                               const DateFormat::Setting &dates, const std::optional<SleepFindings> &sleep)
 {
     if (!snapshot)
         return u"(no snapshot)"_s;
 
     QStringList lines{u"Lullwick—Summary"_s,
                       u"Captured "_s + DateFormat::completeDateTime(snapshot->capturedAt, dates), QString()};
+    if (sleep) {
+        lines << SummaryVerdict::of(*snapshot, sleep->cannotSuspend).text() << QString();
+        if (!sleep->findings.isEmpty())
+            lines << Profile::current().sleep().sectionTitle;
+        // The restart copy's layout, so that both read alike.
+        for (const Finding &finding : sleep->findings) {
+            lines << u"[%1] %2"_s.arg(label(finding.severity), finding.title);
+            lines << u"  Source: "_s + finding.source;
+            for (QStringView piece : QStringView(finding.detail).tokenize(u'\n'))
+                lines << u"  "_s + piece.toString();
+            if (finding.advice)
+                lines << u"  → "_s + *finding.advice;
+            lines << QString();
+        }
+    }
     for (SleepKind kind : allSleepKinds) {
         lines << rawValue(kind);
         const QList<Assertion> blockers = snapshot->blockers(kind);

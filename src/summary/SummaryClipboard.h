@@ -2,6 +2,7 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "platform/DateFormat.h"
+#include "sleep/SleepCheck.h"
 #include "summary/ResolvedNames.h"
 
 #include <QString>
@@ -15,9 +16,11 @@ public:
     SummaryClipboard() = delete;
 
     /// The report of `snapshot`, "(no snapshot)" without one. The capture time is written for
-    /// `dates` (the user's locale and time zone unless a test pins them).
+    /// `dates` (the user's locale and time zone unless a test pins them). With the sleep check's
+    /// findings (a Linux system), the verdict and the findings follow the capture time.
     [[nodiscard]] static QString text(const std::optional<AssertionsSnapshot> &snapshot,
-                                      const ResolvedNames &names, const DateFormat::Setting &dates = {});
+                                      const ResolvedNames &names, const DateFormat::Setting &dates = {},
+                                      const std::optional<SleepFindings> &sleep = std::nullopt);
 };
 
 } // namespace lullwick

@@ -18,8 +18,18 @@ SummaryVerdict SummaryVerdict::of(const AssertionsSnapshot &snapshot)
     return SummaryVerdict(std::move(blocked));
 }
 
+SummaryVerdict SummaryVerdict::of(const AssertionsSnapshot &snapshot,
+                                  const std::optional<QString> &cannotSuspend)
+{
+    SummaryVerdict verdict = of(snapshot);
+    verdict.m_cannotSuspend = cannotSuspend;
+    return verdict;
+}
+
 QString SummaryVerdict::text() const
 {
+    if (m_blocked.isEmpty() && m_cannotSuspend)
+        return Profile::current().sleep().verdict.arg(*m_cannotSuspend);
     if (m_blocked.isEmpty())
         return Profile::current().summary().nothingBlocking;
     QStringList labels;

@@ -7,6 +7,7 @@
 #include "summary/SummaryVerdict.h"
 #include "ui/Card.h"
 #include "ui/DisclosureGroup.h"
+#include "ui/FindingCard.h"
 #include "ui/IconRow.h"
 #include "ui/Icons.h"
 #include "ui/LinkButton.h"
@@ -126,6 +127,12 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
     connect(m_model, &AssertionsModel::snapshotChanged, this, &SummaryView::showSnapshot);
     connect(m_model, &AssertionsModel::lastErrorChanged, this, &SummaryView::showState);
     connect(m_model, &AssertionsModel::resolvedNamesChanged, this, &SummaryView::showNames);
+    connect(m_model, &AssertionsModel::sleepFindingsChanged, this, [this] {
+        if (!m_order)
+            return;
+        showVerdict();
+        showSleepFindings();
+    });
     connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
         if (!m_order)
             return;
@@ -143,6 +150,7 @@ void SummaryView::makePage()
     content->setSpacing(18);
     content->addWidget(makeIntro());
     content->addWidget(makeVerdict());
+    content->addWidget(makeSleepSection());
     m_order = new QCheckBox(u"Show what isn’t blocked first"_s);
     m_order->setObjectName(u"orderCheckBox"_s);
     m_order->setAccessibleName(m_order->text());
@@ -209,15 +217,57 @@ void SummaryView::showSnapshot()
         }
         indexRows();
 
-        const SummaryVerdict verdict = SummaryVerdict::of(*snapshot);
-        const bool clear = verdict.blockedKinds().isEmpty();
-        m_verdictIcon->setSymbol(clear ? u"moon.zzz"_s : u"exclamationmark.triangle.fill"_s,
-                                 clear ? Role::green : Role::orange);
-        m_verdictText->setText(verdict.text());
-        NamedColor::bindForeground(m_verdictText, clear ? Role::green : Role::orange);
+        showVerdict();
         orderBlocks();
     }
     showState();
+}
+
+void SummaryView::showVerdict()
+{
+    const std::optional<AssertionsSnapshot> &snapshot = m_model->snapshot();
+    if (!snapshot)
+        return;
+    const std::optional<SleepFindings> &sleep = m_model->sleepFindings();
+    const SummaryVerdict verdict = SummaryVerdict::of(*snapshot, sleep ? sleep->cannotSuspend : std::nullopt);
+    const bool clear = verdict.isClear();
+    m_verdictIcon->setSymbol(clear ? u"moon.zzz"_s : u"exclamationmark.triangle.fill"_s,
+                             clear ? Role::green : Role::orange);
+    m_verdictText->setText(verdict.text());
+    NamedColor::bindForeground(m_verdictText, clear ? Role::green : Role::orange);
+}
+
+void SummaryView::showSleepFindings()
+{
+    const std::optional<SleepFindings> &sleep = m_model->sleepFindings();
+    const QList<Finding> findings = sleep ? sleep->findings : QList<Finding>();
+    while (QLayoutItem *item = m_sleepCards->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    // The desktop's own power settings, for the findings about its automatic suspend and lid.
+    const Profile &profile = Profile::current();
+    std::optional<OpenTarget> powerSettings;
+    if (!profile.desktopLinks().links.isEmpty()) {
+        const QString &label = profile.desktopLinks().links.constFirst().label;
+        for (const OpenTarget &link : profile.settingsLinks()) {
+            if (link.label == label)
+                powerSettings = link;
+        }
+    }
+    for (const Finding &finding : findings) {
+        LinkButton *open = nullptr;
+        if (powerSettings && finding.source == profile.sleep().desktopSource) {
+            open = new LinkButton(powerSettings->label, u"gearshape"_s);
+            open->setObjectName(u"sleepFindingLink"_s);
+            connect(open, &LinkButton::clicked, this, [target = *powerSettings] { Workspace::open(target); });
+        }
+        auto *card = new FindingCard(finding, open);
+        m_sleepCards->addWidget(card);
+        if (m_sleepSection->isVisible())
+            card->show();
+    }
+    setShown(m_sleepSection, !findings.isEmpty());
 }
 
 void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
@@ -463,6 +513,23 @@ QWidget *SummaryView::makeContent(const QString &explanation)
     column->addWidget(paragraph);
     column->addSpacing(4);
     return content;
+}
+
+QWidget *SummaryView::makeSleepSection()
+{
+    const Profile::Sleep &words = Profile::current().sleep();
+    m_sleepSection = new QWidget;
+    m_sleepSection->setObjectName(u"sleepFindings"_s);
+    auto *column = new QVBoxLayout(m_sleepSection);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(10);
+    column->addWidget(TextStyle::label(words.sectionTitle, Style::title3, Role::primary, Option::semibold));
+    column->addWidget(TextStyle::label(words.sectionIntro, Style::callout, Role::secondary, Option::wrap));
+    m_sleepCards = new QVBoxLayout;
+    m_sleepCards->setSpacing(10);
+    column->addLayout(m_sleepCards);
+    showSleepFindings();
+    return m_sleepSection;
 }
 
 QWidget *SummaryView::makeWhereToLookNext()

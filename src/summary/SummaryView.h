@@ -48,11 +48,14 @@ private:
     void showSnapshot();
     void showNames();
     void orderBlocks();
+    void showVerdict();
+    void showSleepFindings();
 
     [[nodiscard]] QWidget *makeErrorBox();
     [[nodiscard]] QWidget *makeIntro();
     [[nodiscard]] QWidget *makeVerdict();
     [[nodiscard]] QWidget *makeWhereToLookNext();
+    [[nodiscard]] QWidget *makeSleepSection();
     void makeSleepBlock(SleepKind kind);
     void makeOtherAssertionsBlock();
     [[nodiscard]] QWidget *makeContent(const QString &explanation);
@@ -71,6 +74,8 @@ private:
     IconLabel *m_verdictIcon = nullptr;
     QLabel *m_verdictText = nullptr;
     QCheckBox *m_order = nullptr;
+    QWidget *m_sleepSection = nullptr; ///< the sleep check's findings; hidden while it has none
+    QVBoxLayout *m_sleepCards = nullptr;
     QVBoxLayout *m_blocks = nullptr;
     std::array<Block, 3> m_kindBlocks{};
     Block m_others;
