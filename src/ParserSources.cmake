@@ -18,6 +18,7 @@ set(LULLWICK_PROFILE_SOURCES
     profile/Profile.cpp
     profile/MacWords.cpp
     profile/LinuxWords.cpp
+    profile/LinuxHolderWords.cpp
     profile/DesktopLinks.cpp
     catalog/ProcessCatalog.cpp
     catalog/MacCatalog.cpp

@@ -149,6 +149,7 @@ Words linuxWords(const Words &mac)
         u"started — a program that ignores the request to stop costs a minute or more at "
         u"every shutdown."_s;
 
+    p.holders = linuxHolderWords();
     p.reportDescription =
         u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;
 

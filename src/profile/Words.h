@@ -79,10 +79,25 @@ struct Words {
         QString lastShutdownAdvice; ///< %1: the process or unit
     };
 
+    /// How a row quotes a lock's holder and reason, and explains a lock by its kind alone. Empty
+    /// on macOS, whose rows say neither.
+    struct Holders {
+        QString quote;       ///< %1: the reason, %2: the holder
+        QString reasonOnly;  ///< %1: the reason, when no holder is named
+        QString holderOnly;  ///< %1: the holder, when it gives no reason
+        QString unknownHeld; ///< the held time that says it is not known; the badge says nothing then
+        struct KindText {
+            QString explanation, callToAction;
+        };
+        /// For a holder the catalog does not know, by the type word of its lock.
+        QHash<QString, KindText> kindTexts;
+    };
+
     Summary summary;
     Details details;
     Restart restart;
     RestartEvidence restartEvidence;
+    Holders holders;
     /// The command-line report's one-line description of itself.
     QString reportDescription;
     /// What each known assertion kind does, indexed by AssertionKind::Case.
@@ -95,5 +110,7 @@ struct Words {
 [[nodiscard]] Words macWords();
 /// A Linux desktop's words; some sentences are the Mac's own.
 [[nodiscard]] Words linuxWords(const Words &mac);
+/// How a Linux desktop's rows quote the holders of locks.
+[[nodiscard]] Words::Holders linuxHolderWords();
 
 } // namespace lullwick
