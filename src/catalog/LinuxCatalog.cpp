@@ -194,6 +194,10 @@ constexpr Row rows[] = {
      u"GNOME’s Settings holds a short lock while it applies some changes, such as a firmware or display "
      u"setting.",
      u"Let it finish, or close Settings."},
+    {u"budgie-control-center", u"Budgie’s Settings is applying a change",
+     u"Budgie’s Settings holds a short lock while it applies some changes, such as a firmware or display "
+     u"setting.",
+     u"Let it finish, or close Settings."},
     {u"gnome-boxes", u"A virtual machine is running in Boxes",
      u"GNOME Boxes keeps the computer awake while a virtual machine runs.",
      u"Pause or shut down the virtual machine in Boxes."},
@@ -563,6 +567,8 @@ constexpr Row rows[] = {
     {u"jami|jami-qt", u"Jami call is active", u"Jami keeps the screen on during a call.", u"End the call."},
     {u"linphone", u"Linphone call is active", u"Linphone keeps the screen on during a call.",
      u"End the call."},
+    {u"dino-im|dino", u"Dino call is active",
+     u"Dino, the XMPP chat app, keeps the screen on during a voice or video call.", u"End the call."},
     {u"mumble", u"Mumble is connected to a voice chat",
      u"Mumble keeps the computer awake while it is connected to a server.",
      u"Disconnect from the server or quit Mumble."},
