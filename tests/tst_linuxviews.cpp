@@ -131,6 +131,10 @@ private Q_SLOTS:
     void cleanupTestCase()
     {
         screenshot(ContentView::Tab::summary, u"linux-summary"_s);
+        // The whole window at a common size, as the README shows it.
+        m_view->resize(760, 940);
+        QCoreApplication::processEvents();
+        QVERIFY(m_view->grab().save(m_shots + u"/linux-window.png"_s));
         screenshot(ContentView::Tab::details, u"linux-details"_s);
         screenshot(ContentView::Tab::restart, u"linux-restart"_s);
         QApplication::setPalette(darkPalette());
