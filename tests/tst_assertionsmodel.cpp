@@ -14,15 +14,15 @@ constexpr int refreshTimeoutMs = 20'000;
 /// "settings\n"; and a ps that knows 5000 and 5001.
 struct Rig {
     FakeToolDir fake;
-    const bool valid = [this] {
+    AssertionsModel model{fake.pmsetPath(), fake.psPath()};
+
+    Rig()
+    {
         fake.setOutput("assertions", Fixtures::generatedAssertions(16, 3));
         fake.setOutput("settings", "settings\n");
         fake.setProcessTable(
             {{5000, "/Applications/Spotify.app/Contents/MacOS/Spotify"}, {5001, "/usr/bin/caffeinate"}});
-        return fake.isValid();
-    }();
-    AssertionsModel model{fake.pmsetPath(), fake.psPath()};
-
+    }
     bool finished()
     {
         return QTest::qWaitFor([&] { return !model.isFetching(); }, refreshTimeoutMs);
@@ -72,7 +72,6 @@ private Q_SLOTS:
     void refreshesPublishInOrder()
     {
         Rig rig;
-        QVERIFY(rig.valid);
         AssertionsModel &model = rig.model;
         ChangeLog log(model);
 
@@ -126,7 +125,6 @@ private Q_SLOTS:
     {
         QFETCH(int, status);
         Rig rig;
-        QVERIFY(rig.valid);
         FakeToolDir &fake = rig.fake;
         fake.setExitStatus("assertions", status);
         fake.setErrorOutput("assertions", "not allowed\n");
@@ -154,7 +152,6 @@ private Q_SLOTS:
     void overlappingRefreshesStayBusyToTheEnd()
     {
         Rig rig;
-        QVERIFY(rig.valid);
         FakeToolDir &fake = rig.fake;
         fake.setOutput("assertions",
                        "Listed by owning process:\n   pid 1(a): [b] t W\n"); // no names to look up

@@ -163,7 +163,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("listed");
         QTest::addColumn<QString>("firstLine"); // null: not checked
-        QTest::addColumn<QString>("advice");    // a part of it; null: not checked
+        QTest::addColumn<QString>("advice");    // how it ends; null: not checked
         const auto row = [](const char *name, const InhibitorEvidence &evidence, int severity,
                             const QString &title, int listed, const QString &firstLine = {},
                             const QString &advice = {}) {
@@ -176,7 +176,7 @@ private Q_SLOTS:
         row("a block lock is likely, names its holder and how to quit it", {{backup}, 5, {}, {}}, 3,
             "Backup Tool is blocking restart and shutdown: Copying files", 1,
             "Backup Tool — Copying files (block, borg, PID 812)",
-            "quit borg from your system monitor, or with “kill 812”");
+            "quit borg from your system monitor, or with “kill 812” in a terminal.");
         row("block-weak holds off a desktop restart too",
             {{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}}, 3,
             "Sync is blocking restart and shutdown", 1);
@@ -195,6 +195,15 @@ private Q_SLOTS:
         row("a holder without a name is called by its process",
             {{{"block", "", "", 31, "weird-daemon"}}, {}, {}, {}}, 3,
             "weird-daemon is blocking restart and shutdown", 1);
+        row("a lock whose process logind cannot tell (PID 0) names no process to quit",
+            {{{"block", "", "", 0, ""}}, {}, {}, {}}, 3, "A program is blocking restart and shutdown", 1,
+            "A program (block)", "Let it finish, then restart again.");
+        const QList<Lock> eight(8, backup);
+        row("as many locks as are listed: no “and 0 more” line", {eight, {}, {}, {}}, 3,
+            "Backup Tool and 7 more are blocking restart and shutdown: Copying files", 8);
+        row("one more than are listed", {eight + QList<Lock>{backup}, {}, {}, {}}, 3,
+            "Backup Tool and 8 more are blocking restart and shutdown: Copying files", 9,
+            "Backup Tool — Copying files (block, borg, PID 812)");
         row("a mode logind does not have is no lock", {{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}}, 0, {},
             0);
         row("no locks", {{}, 5, {}, {}}, 0, {}, 0);
@@ -217,7 +226,7 @@ private Q_SLOTS:
         if (!firstLine.isNull())
             QCOMPARE(listedLines(*finding).first(), firstLine);
         QVERIFY(finding->advice);
-        QVERIFY2(advice.isNull() || finding->advice->contains(advice), qPrintable(*finding->advice));
+        QVERIFY2(advice.isNull() || finding->advice->endsWith(advice), qPrintable(*finding->advice));
     }
 
     void unsavedWork_data()
@@ -235,6 +244,13 @@ private Q_SLOTS:
         QTest::addRow("one app with two inhibitors is named once")
             << QList<Inhibitor>{editor, editor, {"a", "", 0, ""}, {"b", "", 0, ""}, {"c", "", 0, ""}}
             << u"Text Editor, a and 2 more have unsaved work"_s;
+        QList<Inhibitor> eight;
+        for (const char *id : {"a", "b", "c", "d", "e", "f", "g", "h"})
+            eight.append({id, "", 0, ""});
+        QTest::addRow("as many apps as are listed: no “and 0 more” line")
+            << eight << u"a, b and 6 more have unsaved work"_s;
+        QTest::addRow("one more than are listed")
+            << eight + QList<Inhibitor>{{"i", "", 0, ""}} << u"a, b and 7 more have unsaved work"_s;
         QTest::addRow("none") << QList<Inhibitor>{} << QString();
     }
     void unsavedWork()
@@ -409,6 +425,17 @@ private Q_SLOTS:
         hostile("a kill without a timeout before it names nobody",
                 entry("x.service", "Killing process 9 (x) with signal SIGKILL.") + timeout,
                 u"Last shutdown waited for x.service"_s);
+        QByteArray six = timeout, seven;
+        for (int pid = 1; pid <= 7; ++pid)
+            (pid <= 6 ? six : seven) +=
+                entry("x.service", u"Killing process %1 (p%1) with signal SIGKILL."_s.arg(pid));
+        const QString sixListed = u"x.service: p1 (PID 1), p2 (PID 2), p3 (PID 3), p4 (PID 4), p5 (PID 5), "
+                                  u"p6 (PID 6)"_s;
+        QTest::addRow("as many killed processes as are listed: no “and 0 more”")
+            << six << 0 << u"Last shutdown waited for p1 (x.service)"_s << QStringList{sixListed};
+        QTest::addRow("one more than are listed")
+            << six + seven << 0 << u"Last shutdown waited for p1 (x.service)"_s
+            << QStringList{sixListed + u", and 1 more"_s};
         QByteArray many;
         for (int i = 0; i < 500; ++i)
             many += entry(u"u%1.service"_s.arg(i), "Stopping timed out.");

@@ -78,8 +78,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("psOutput");
         QTest::addColumn<QString>("name");
-        QTest::addRow("full path gives the executable")
-            << QByteArray("/usr/sbin/coreaudiod\n") << "coreaudiod";
         QTest::addRow("bare name is whole, trimmed")
             << QByteArray(" Google Chrome Helper\t\n") << "Google Chrome Helper";
         QTest::addRow("trailing slash ignored") << QByteArray("/usr/bin/x/\n") << "x";

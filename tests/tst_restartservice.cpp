@@ -25,27 +25,6 @@ class TestRestartService : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void allSourcesInSeverityOrder()
-    {
-        FakeToolDir fake; // its folder holds the stall report too
-        QVERIFY(fake.isValid());
-        fake.setOutputFromFixture("log", "loginwindow-compact.txt");
-        Fixtures::writeFile(fake.path() + u'/' + stallReportName);
-        RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path());
-
-        const auto update = PMSetService::parse(Fixtures::readText("assertions-software-update.txt"), {});
-        const RestartAnalysis analysis = service.analyze(update, {{"zed", {}, 1}}).result();
-        QStringList sources;
-        for (const RestartFinding &f : analysis.findings)
-            sources.append(f.source);
-        QCOMPARE(sources, (QStringList{"Software update", "loginwindow log (last 10 min)",
-                                       "Shutdown stall report", "Running apps"}));
-        QCOMPARE(analysis.findings[3].severity, RestartSeverity::info);
-        QCOMPARE(analysis.stallReportPath, std::optional(fake.path() + u'/' + stallReportName));
-        QVERIFY(!analysis.decodedStallProcess);
-        QCOMPARE(listedLines(analysis.findings[1]).size(), 3); // the fixture's qualifying lines
-    }
-
     void softwareUpdateEvidence_data()
     {
         QTest::addColumn<QByteArray>("listing");
@@ -100,7 +79,6 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(QStringList, listed);
         FakeToolDir fake;
-        QVERIFY(fake.isValid());
         fake.setOutput("log", log);
         fake.setExitStatus("log", status);
         RestartBlockerService service(fake.logPath(), fake.spindumpPath(), fake.path());
@@ -224,7 +202,6 @@ private Q_SLOTS:
         QFETCH(QString, trouble);
         QFETCH(QString, culprit);
         FakeToolDir fake;
-        QVERIFY(fake.isValid());
         if (!decoded.isNull())
             fake.setOutput("spindump", decoded);
         if (trouble == "extra file")

@@ -389,7 +389,10 @@ private Q_SLOTS:
         writeFile(dir.filePath("4.ref"), {}); // logind's pipe: only its age is read
         writeFile(dir.filePath("5"), player);
         writeFile(dir.filePath("8"), player);
+        // An escape cut short at the very end of the record is kept as it is written.
+        writeFile(dir.filePath("9"), "WHAT=sleep\nWHO=Cut\nMODE=delay\nUID=0\nPID=11\nWHY=ends in \\x4");
         InhibitorReferences references(dir.path());
+        QCOMPARE(references.take({"sleep", "Cut", "ends in x4", "delay", 0, 11})->id, "9");
 
         const auto copying =
             references.take({"sleep", "Backup", "Copying \"photos\" to Bücher", "block", 0, 10});

@@ -15,6 +15,8 @@ FakeToolDir::FakeToolDir()
     for (const QString &tool : {u"pmset"_s, u"ps"_s, u"log"_s, u"spindump"_s, u"journalctl"_s})
         m_valid =
             m_valid && QFile::link(QStringLiteral(LULLWICK_FAKE_TOOLS_DIR "/") + tool, m_dir.filePath(tool));
+    if (!m_valid)
+        qFatal("cannot set up the fake tools in %s", qPrintable(m_dir.path()));
 }
 
 QByteArray FakeToolDir::read(const QString &name) const

@@ -13,7 +13,7 @@
 class QProcess;
 
 /// A temporary folder holding links to the fake pmset, ps, log, spindump and journalctl, and the
-/// files that script them.
+/// files that script them. A test cannot go on without it, so one that cannot be made ends the test.
 class FakeToolDir {
 public:
     FakeToolDir();
