@@ -19,6 +19,7 @@ set(LULLWICK_PROFILE_SOURCES
     profile/MacWords.cpp
     profile/LinuxWords.cpp
     profile/LinuxHolderWords.cpp
+    profile/LinuxSuspendWords.cpp
     profile/DesktopLinks.cpp
     catalog/ProcessCatalog.cpp
     catalog/MacCatalog.cpp

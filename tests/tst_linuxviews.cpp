@@ -250,6 +250,8 @@ private Q_SLOTS:
         QCOMPARE(view.findChild<QLabel *>(u"verdictLabel"_s)->text(),
                  Profile::current().restart().verdicts[0]);
         QVERIFY(!view.findChild<QWidget *>(u"stallControls"_s));
+        QLabel *journalCaveat = view.findChild<QLabel *>(u"journalCaveat"_s);
+        QVERIFY(journalCaveat && journalCaveat->isHidden()); // the journal was read
 
         const auto save = [&](const QString &name) {
             QCoreApplication::processEvents();
@@ -261,6 +263,16 @@ private Q_SLOTS:
         QApplication::setPalette(darkPalette());
         save(u"linux-restart-evidence-dark"_s);
         QApplication::setPalette(light);
+
+        // Outside the groups that may read it, journalctl says so; then the caveat does too.
+        fake.setOutput(u"journalctl"_s, {});
+        fake.setErrorOutput(u"journalctl"_s,
+                            "Hint: You are currently not seeing messages from other users and "
+                            "the system.\n      Users in groups 'adm', 'systemd-journal' can see "
+                            "all messages.\n");
+        model.analyze();
+        QTRY_VERIFY_WITH_TIMEOUT(!model.isAnalyzing() && model.analysis()->journalDenied, 20'000);
+        QVERIFY(!journalCaveat->isHidden());
     }
 
     // The desktop's own settings panels and process viewer; rows open the viewer with the PID.

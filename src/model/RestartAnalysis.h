@@ -15,6 +15,7 @@ struct RestartAnalysis {
     QList<RestartFinding> findings;             ///< most severe first
     std::optional<QString> stallReportPath;     ///< the newest shutdown stall report, if any
     std::optional<QString> decodedStallProcess; ///< after a decode: the hung process or the failure text
+    bool journalDenied = false; ///< on Linux: the system journal could not be read for want of the right
 
     /// The `likely` findings, in the order of `findings`.
     [[nodiscard]] QList<RestartFinding> likelyFindings() const;

@@ -36,7 +36,7 @@ void killWithGroup(QProcess &process)
 } // namespace
 
 ChildProcessResult ChildProcess::run(const QString &program, const QStringList &arguments,
-                                     const std::atomic<bool> *stop)
+                                     const std::atomic<bool> *stop, QDeadlineTimer deadline)
 {
     ChildProcessResult result;
     // A relative name would make QProcess search PATH; the tools live at fixed places.
@@ -85,10 +85,11 @@ ChildProcessResult ChildProcess::run(const QString &program, const QStringList &
     result.started = true;
 
     // QProcess reads both pipes while it waits, so a child that fills one is never stalled.
-    while (!process.waitForFinished(stop ? stopPollMs : -1)) {
+    const bool polls = stop || !deadline.isForever();
+    while (!process.waitForFinished(polls ? stopPollMs : -1)) {
         if (process.state() == QProcess::NotRunning)
             break;
-        if (stopRequested(stop)) {
+        if (stopRequested(stop) || deadline.hasExpired()) {
             killWithGroup(process);
             process.waitForFinished(-1);
             break;

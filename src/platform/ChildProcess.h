@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QString>
 #include <QStringList>
 #include <atomic>
@@ -23,9 +24,11 @@ public:
 
     /// Starts `program` with exactly `arguments`, standard input inherited, drains both output
     /// pipes while it runs and waits for it to exit. Blocks the calling (worker) thread.
-    /// Once `stop` is set, nothing more is started and a running child is killed with its group.
-    [[nodiscard]] static ChildProcessResult run(const QString &program, const QStringList &arguments,
-                                                const std::atomic<bool> *stop = nullptr);
+    /// Once `stop` is set, nothing more is started and a running child is killed with its group;
+    /// so is a child still running when `deadline` expires (its exit status is then SIGKILL's).
+    [[nodiscard]] static ChildProcessResult
+    run(const QString &program, const QStringList &arguments, const std::atomic<bool> *stop = nullptr,
+        QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
 };
 
 } // namespace lullwick

@@ -58,10 +58,10 @@ Words linuxWords(const Words &mac)
         u"No system interface names the restart blocker with certainty, so this ranks evidence rather than "
         u"giving one guaranteed answer. And if your computer is fully frozen—no pointer, screen "
         u"unresponsive—you won’t be able to open this app at all. It’s built for the common case: you chose "
-        u"Restart, it quietly didn’t happen, and the computer is otherwise working. The last shutdown is "
-        u"read from the system journal, which only root and members of the systemd-journal or adm group "
-        u"may read: to let this see it, run “sudo usermod -aG systemd-journal $USER” in a terminal, then "
-        u"log out and back in."_s,
+        u"Restart, it quietly didn’t happen, and the computer is otherwise working."_s,
+        u"The last shutdown is read from the system journal, which only root and members of the "
+        u"systemd-journal or adm group may read: to let this see it, run “sudo usermod -aG "
+        u"systemd-journal $USER” in a terminal, then log out and back in."_s,
         {u"Found a likely cause that’s holding up a restart."_s,
          u"Nothing is conclusively blocking a restart, but here are the things worth checking."_s,
          u"No obvious restart blocker found. If a restart still hangs, it’s most likely an app with an "
@@ -76,6 +76,7 @@ Words linuxWords(const Words &mac)
         u"restart by putting up a “Save changes?” dialog that you may not see if it’s behind another "
         u"window:\n\n"_s,
     };
+    p.lastSuspends = linuxSuspendWords();
     Words::RestartEvidence &e = p.restartEvidence;
     e.shutdownLocksSource = u"Shutdown locks"_s;
     e.unsavedWorkSource = u"Apps with unsaved work"_s;

@@ -50,6 +50,7 @@ Words macWords()
         u"than giving one guaranteed answer. And if your Mac is fully frozen—spinning beachball, screen "
         u"unresponsive—you won't be able to open this app at all. It's built for the common case: you hit "
         u"Restart, it quietly didn't happen, and the Mac is otherwise working."_s,
+        {}, // the Mac reads no journal
         {u"Found a likely cause that's holding up restart."_s,
          u"Nothing is conclusively blocking restart, but here are the things worth checking."_s,
          u"No obvious restart blocker found. If restart still hangs, it's most likely an app with an unsaved "

@@ -38,12 +38,15 @@ public:
     using Details = Words::Details;
     using Restart = Words::Restart;
     using RestartEvidence = Words::RestartEvidence;
+    using LastSuspends = Words::LastSuspends;
 
     [[nodiscard]] const Summary &summary() const { return m_words.summary; }
     [[nodiscard]] const Details &details() const { return m_words.details; }
     [[nodiscard]] const Restart &restart() const { return m_words.restart; }
     /// The restart findings that only a Linux system gives; empty on macOS.
     [[nodiscard]] const RestartEvidence &restartEvidence() const { return m_words.restartEvidence; }
+    /// The findings of the last suspends, from the system journal; empty on macOS.
+    [[nodiscard]] const LastSuspends &lastSuspends() const { return m_words.lastSuspends; }
     /// The command-line report's one-line description of itself.
     [[nodiscard]] const QString &reportDescription() const { return m_words.reportDescription; }
     /// All the words of this system.

@@ -36,6 +36,8 @@ struct Words {
         QString hint;
         QString caveatHeading;
         QString caveat;
+        /// Follows the caveat only when the system journal could not be read; empty on macOS.
+        QString journalCaveat;
         std::array<QString, 3> verdicts; ///< likely cause, worth checking, no obvious blocker
         QString updateTitle;
         QString updateDetail; ///< %1: the names of the updating processes
@@ -92,12 +94,58 @@ struct Words {
         /// For a holder the catalog does not know, by the type word of its lock.
         QHash<QString, KindText> kindTexts;
     };
+    /// The findings of the last suspends, read from the system journal; empty on macOS. %1, %2
+    /// are filled in as noted.
+    struct LastSuspends {
+        QString source;
+        QString journalCaveat;           ///< the sleep section's caveat when the journal could not be read
+        QString namesAnd;                ///< %1: names, %2: the last name
+        QString moreLine;                ///< the last line of a list cut short; %1: how many more
+        QString seconds, minutes, hours; ///< %1: a number of each
+        QString hoursMinutes;            ///< %1: hours, %2: minutes
+        QString freezerTitle;            ///< %1: the processes
+        QString freezerTitleUnnamed;
+        QString freezerDetail;    ///< %1: seconds the kernel waited
+        QString freezerUserSlice; ///< systemd's own account of the same failure, %1: its reason
+        QString taskLine;         ///< %1: the process, %2: its PID
+        QString taskWaiting;      ///< follows a task stuck in uninterruptible sleep (state D)
+        QString cutName;          ///< %1: the start of the name, %2: the catalog's explanation
+        QString freezerAdvice;
+        QString deviceTitle;     ///< %1: the device, %2: its driver
+        QString deviceTitleBare; ///< %1: the device or driver
+        QString deviceTitleUnnamed;
+        QString deviceDetail;
+        QString deviceLine; ///< %1: the device or driver, %2: the step, %3: the error
+        QString deviceAdvice;
+        QString nvidiaTitle;
+        QString nvidiaHandshakeDetail;
+        QString nvidiaUnitDetail; ///< followed by the units' lines
+        QString unitLine;         ///< %1: the unit, %2: what went wrong
+        QString nvidiaAdvice;
+        QString wakeupTitle; ///< %1: the wakeup source
+        QString wakeupTitleUnnamed;
+        QString wakeupDetail, wakeupAdvice;
+        QString quickWakeTitle; ///< %1: seconds
+        QString quickWakeDetail;
+        QString quickWakeDevices; ///< followed by the wake-enabled devices
+        QString quickWakeAdvice;
+        QString stoppedTitle; ///< %1: the date
+        QString stoppedDetail, stoppedAdvice;
+        QString maskedTitle;  ///< %1: the target
+        QString maskedDetail; ///< %1: the target
+        QString maskedAdvice;
+        QString lockdownTitle, lockdownDetail, lockdownAdvice;
+        QString sleptTitle;  ///< %1: how long, %2: when
+        QString sleptDetail; ///< %1: how many suspends went well
+        QString sleptAdvice;
+    };
 
     Summary summary;
     Details details;
     Restart restart;
     RestartEvidence restartEvidence;
     Holders holders;
+    LastSuspends lastSuspends;
     /// The command-line report's one-line description of itself.
     QString reportDescription;
     /// What each known assertion kind does, indexed by AssertionKind::Case.
@@ -112,5 +160,7 @@ struct Words {
 [[nodiscard]] Words linuxWords(const Words &mac);
 /// How a Linux desktop's rows quote the holders of locks.
 [[nodiscard]] Words::Holders linuxHolderWords();
+/// A Linux desktop's words for the last suspends.
+[[nodiscard]] Words::LastSuspends linuxSuspendWords();
 
 } // namespace lullwick

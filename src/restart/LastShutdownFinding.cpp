@@ -2,9 +2,9 @@
 
 #include "model/TextRules.h"
 #include "platform/ChildProcess.h"
+#include "platform/JournalJson.h"
 #include "profile/Profile.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QList>
@@ -40,24 +40,6 @@ struct HungUnit {
     QList<Killed> killed;
 };
 
-/// The entry's MESSAGE: a string, or an array of bytes when it is not valid UTF-8.
-QString messageOf(const QJsonObject &entry)
-{
-    const QJsonValue message = entry.value(QLatin1String("MESSAGE"));
-    if (message.isString())
-        return message.toString();
-    if (!message.isArray())
-        return {};
-    QByteArray bytes;
-    for (const QJsonValue byte : message.toArray()) {
-        const int value = byte.toInt(-1);
-        if (value < 0 || value > 255)
-            return {};
-        bytes.append(char(value));
-    }
-    return QString::fromUtf8(bytes);
-}
-
 bool isStopTimeout(QStringView message)
 {
     return (message.startsWith(u"State 'stop") && message.contains(u"' timed out.")) ||
@@ -92,14 +74,15 @@ QStringList LastShutdownFinding::journalctlArguments()
             QStringLiteral("--output-fields=MESSAGE,UNIT"),
             QStringLiteral("--lines=5000"),
             QStringLiteral("--no-pager"),
-            QStringLiteral("--quiet"),
             QStringLiteral("_PID=1")};
 }
 
 std::optional<RestartFinding> LastShutdownFinding::read(const QString &journalctlPath,
-                                                        const std::atomic<bool> &stop)
+                                                        const std::atomic<bool> &stop, bool *journalDenied)
 {
     const ChildProcessResult run = ChildProcess::run(journalctlPath, journalctlArguments(), &stop);
+    if (journalDenied)
+        *journalDenied = run.started && JournalJson::accessDenied(run.standardError);
     if (!run.started || run.exitStatus != 0)
         return std::nullopt;
     return fromJournal(run.standardOutput);
@@ -121,7 +104,7 @@ std::optional<RestartFinding> LastShutdownFinding::fromJournal(QByteArrayView js
         if (line.isEmpty() || line.size() > maxLineBytes)
             continue;
         const QJsonObject entry = QJsonDocument::fromJson(line.toByteArray()).object();
-        QString message = messageOf(entry);
+        QString message = JournalJson::text(entry.value(QLatin1String("MESSAGE")));
         QString unit = entry.value(QLatin1String("UNIT")).toString();
         // systemd starts a unit's messages with the unit's name.
         if (!unit.isEmpty() && message.startsWith(unit + QStringLiteral(": ")))

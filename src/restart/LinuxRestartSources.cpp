@@ -10,7 +10,7 @@
 namespace lullwick {
 
 QList<RestartFinding> LinuxRestartSources::findings(const QList<RunningAppInfo> &runningApps,
-                                                    const std::atomic<bool> &stop) const
+                                                    const std::atomic<bool> &stop, bool *journalDenied) const
 {
     // One run of the stand-in answers for logind and the session manager alike.
     const ChildProcessResult run = ChildProcess::run(standinPath, {standinArgument()}, &stop);
@@ -20,7 +20,8 @@ QList<RestartFinding> LinuxRestartSources::findings(const QList<RunningAppInfo> 
     QList<RestartFinding> found;
     for (std::optional<RestartFinding> finding :
          {ShutdownLockFinding::from(evidence), UnsavedWorkFinding::from(evidence, runningApps),
-          SoftwareUpdateFinding::from(rootDir, evidence), LastShutdownFinding::read(journalctlPath, stop)}) {
+          SoftwareUpdateFinding::from(rootDir, evidence),
+          LastShutdownFinding::read(journalctlPath, stop, journalDenied)}) {
         if (finding)
             found.append(std::move(*finding));
     }

@@ -19,8 +19,10 @@ struct LinuxRestartSources {
 
     /// The findings of the shutdown locks, the apps with unsaved work, the software updates and
     /// the last shutdown, in that order, at most one each; a source that fails adds nothing.
+    /// `journalDenied` tells whether the system journal could not be read for want of the right.
     [[nodiscard]] QList<RestartFinding> findings(const QList<RunningAppInfo> &runningApps,
-                                                 const std::atomic<bool> &stop) const;
+                                                 const std::atomic<bool> &stop,
+                                                 bool *journalDenied = nullptr) const;
     /// The stand-in's argument that asks for the locks and inhibitors held against a restart.
     [[nodiscard]] static QString standinArgument() { return QStringLiteral("--restart-evidence"); }
 };

@@ -75,8 +75,9 @@ QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<Assertions
                          runningApps = std::move(runningApps)](const std::atomic<bool> &stop) {
         QList<RestartFinding> findings;
         std::optional<QString> stallReport;
+        bool journalDenied = false;
         if (linuxSources) {
-            findings += linuxSources->findings(runningApps, stop);
+            findings += linuxSources->findings(runningApps, stop, &journalDenied);
         } else {
             findings += updateFindings(assertions);
             findings += loginwindowFindings(logPath, stop);
@@ -87,7 +88,7 @@ QFuture<RestartAnalysis> RestartBlockerService::analyze(std::optional<Assertions
         findings += runningAppFindings(runningApps);
         rankBySeverity(findings);
         return RestartAnalysis{QDateTime::currentDateTimeUtc(), std::move(findings), stallReport,
-                               std::nullopt};
+                               std::nullopt, journalDenied};
     });
 }
 

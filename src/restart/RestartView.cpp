@@ -218,6 +218,11 @@ Card *RestartView::makeCaveat()
     caveat->column()->addWidget(iconRow(u"info.circle"_s, Role::primary, heading));
     caveat->column()->addWidget(
         TextStyle::label(texts.caveat, Style::caption, Role::secondary, Option::wrap));
+    // Said only when it applies: after an analysis that could not read the system journal.
+    m_journalCaveat = TextStyle::label(texts.journalCaveat, Style::caption, Role::secondary, Option::wrap);
+    m_journalCaveat->setObjectName(u"journalCaveat"_s);
+    m_journalCaveat->hide();
+    caveat->column()->addWidget(m_journalCaveat);
     return caveat;
 }
 
@@ -256,6 +261,7 @@ void RestartView::showAnalysis()
     // shortcut to its mnemonic. A button's shortcut acts only while the button is shown and
     // enabled: with the Restart tab in front and no analysis under way.
     m_analyze->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+    m_journalCaveat->setVisible(analysis && analysis->journalDenied && !m_journalCaveat->text().isEmpty());
     if (analysis) {
         m_checked->setText(u"Checked "_s + DateFormat::standardTime(analysis->ranAt));
         const RestartVerdict verdict = RestartVerdict::of(*analysis);

@@ -48,6 +48,7 @@ private:
     QLabel *m_analyzeProgressText = nullptr;
     QLabel *m_checked = nullptr;
     QLabel *m_hint = nullptr;
+    QLabel *m_journalCaveat = nullptr; ///< the caveat's sentence about the system journal
     QWidget *m_content = nullptr;
     IconLabel *m_verdictIcon = nullptr;
     QLabel *m_verdictText = nullptr;
