@@ -41,7 +41,12 @@ QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot
         for (const Assertion &a : blockers) {
             const AssertionRowText row = AssertionRowText::make(a, names);
             // Held times stay as pmset printed them; the report is for whoever helps the user.
-            lines << u"  • "_s + row.title + u"  (held "_s + a.timeHeld + u')';
+            QString bullet = u"  • "_s + row.title;
+            if (AssertionRowText::heldKnown(a.timeHeld))
+                bullet += u"  (held "_s + a.timeHeld + u')';
+            lines << bullet;
+            if (row.quote)
+                lines << u"    "_s + *row.quote;
             lines << u"    "_s + a.processName + row.processSuffix;
             if (row.createdForLine)
                 lines << u"    "_s + *row.createdForLine;
