@@ -8,6 +8,7 @@
 #include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
+#include "sleep/LastSuspends.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryClipboard.h"
@@ -16,6 +17,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QScrollArea>
 #include <QTabWidget>
@@ -308,7 +311,10 @@ private Q_SLOTS:
             Fixtures::writeFile(at, text);
         }
         QVERIFY(QFile::setPermissions(r + u"/gsettings"_s, QFile::ReadOwner | QFile::ExeOwner));
-        SleepCheck check{fake.pmsetPath(), r, {r + u"/gsettings"_s, r + u"/config"_s, {u"GNOME"_s}, {}}};
+        SleepCheck check{fake.pmsetPath(),
+                         r,
+                         {r + u"/gsettings"_s, r + u"/config"_s, {u"GNOME"_s}, {}},
+                         fake.journalctlPath()};
         AssertionsModel model(fake.pmsetPath(), fake.psPath(), check);
         SummaryView view(&model);
         view.resize(760, 2000);
@@ -349,11 +355,53 @@ private Q_SLOTS:
             QVERIFY(
                 static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
         };
-        save(u"linux-summary-sleep-check"_s);
-        const QPalette light = QApplication::palette();
-        QApplication::setPalette(darkPalette());
-        save(u"linux-summary-sleep-check-dark"_s);
-        QApplication::setPalette(light);
+        const auto saveLightAndDark = [&](const QString &name) {
+            save(name);
+            const QPalette light = QApplication::palette();
+            QApplication::setPalette(darkPalette());
+            save(name + u"-dark"_s);
+            QApplication::setPalette(light);
+        };
+        saveLightAndDark(u"linux-summary-sleep-check"_s);
+
+        // The journal adds the last attempts: a suspend that failed over a task that would not
+        // stop, and one that woke three seconds after it went to sleep.
+        const qint64 hourAgo = (QDateTime::currentMSecsSinceEpoch() - 3600'000) * 1000;
+        QByteArray journal;
+        for (const auto &[at, kernel, message] : std::initializer_list<std::tuple<int, bool, const char *>>{
+                 {0, false, "Entering sleep state 'suspend'..."},
+                 {0, true, "PM: suspend entry (deep)"},
+                 {20, true,
+                  "Freezing user space processes failed after 20.004 seconds (1 tasks refusing to "
+                  "freeze, wq_busy=0):"},
+                 {20, true,
+                  "task:syncthing       state:D stack:0     pid:1301  ppid:1273   flags:0x00004006"},
+                 {21, true, "PM: suspend exit"},
+                 {21, false, "Failed to put system to sleep. System resumed again: Device or resource busy"},
+                 {600, false, "Entering sleep state 'suspend'..."},
+                 {600, true, "PM: suspend entry (deep)"},
+                 {603, true, "PM: suspend exit"},
+                 {603, false, "System returned from sleep state."}}) {
+            QJsonObject entry{{"MESSAGE", message},
+                              {"_BOOT_ID", QString::fromLatin1(LastSuspends::currentBoot())},
+                              {"__REALTIME_TIMESTAMP", QString::number(hourAgo + at * 1'000'000LL)},
+                              {"_TRANSPORT", kernel ? "kernel" : "journal"},
+                              {"PRIORITY", QString::number(kernel && at == 20 ? 3 : 6)}};
+            if (!kernel)
+                entry.insert("_COMM", "systemd-sleep"), entry.insert("_UID", "0");
+            journal.prepend(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n'); // newest first
+        }
+        fake.setOutput(u"journalctl-suspends"_s, journal);
+        model.refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(view.findChildren<QLabel *>(u"findingTitle"_s).size() == 6, 20'000);
+        QStringList journalTitles;
+        for (const QLabel *title : view.findChildren<QLabel *>(u"findingTitle"_s))
+            journalTitles << title->text();
+        QVERIFY2(journalTitles.contains(u"A suspend failed because syncthing could not be stopped"_s),
+                 qPrintable(journalTitles.join(u'|')));
+        QVERIFY2(journalTitles.contains(u"It woke up 3 seconds after it went to sleep"_s),
+                 qPrintable(journalTitles.join(u'|')));
+        saveLightAndDark(u"linux-summary-last-suspends"_s);
     }
 
     // The desktop's own settings panels and process viewer; rows open the viewer with the PID.

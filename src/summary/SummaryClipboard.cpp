@@ -20,8 +20,10 @@ QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot
                       u"Captured "_s + DateFormat::completeDateTime(snapshot->capturedAt, dates), QString()};
     if (sleep) {
         lines << SummaryVerdict::of(*snapshot, sleep->cannotSuspend).text() << QString();
-        if (!sleep->findings.isEmpty())
+        if (!sleep->findings.isEmpty() || sleep->journalDenied)
             lines << Profile::current().sleep().sectionTitle;
+        if (sleep->journalDenied)
+            lines << Profile::current().lastSuspends().journalCaveat << QString();
         // The restart copy's layout, so that both read alike.
         for (const Finding &finding : sleep->findings) {
             lines << u"[%1] %2"_s.arg(label(finding.severity), finding.title);
