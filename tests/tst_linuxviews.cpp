@@ -183,6 +183,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, block);
         QTEST(rowTitles(m_view, block), "titles");
+        // Without anything the sleep check says, its section takes no room.
+        QVERIFY(!m_view->findChild<QWidget *>(u"sleepFindings"_s)->isVisible());
     }
 
     // A delay lock is explained by its kind when the catalog does not know its holder, and a held

@@ -522,6 +522,8 @@ QWidget *SummaryView::makeSleepSection()
     const Profile::Sleep &words = Profile::current().sleep();
     m_sleepSection = new QWidget;
     m_sleepSection->setObjectName(u"sleepFindings"_s);
+    // Hidden outright: a page shown later shows every child not hidden on purpose.
+    m_sleepSection->hide();
     auto *column = new QVBoxLayout(m_sleepSection);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(10);
