@@ -64,6 +64,19 @@ QStringList rowTitles(const QWidget *view, const QString &block)
     return titles;
 }
 
+/// The titles of the finding cards on `page`, from top to bottom.
+QStringList findingTitles(const QWidget &page)
+{
+    QList<QLabel *> titles = page.findChildren<QLabel *>(u"findingTitle"_s);
+    std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
+        return a->mapTo(&page, QPoint()).y() < b->mapTo(&page, QPoint()).y();
+    });
+    QStringList shown;
+    for (const QLabel *title : titles)
+        shown << title->text();
+    return shown;
+}
+
 } // namespace
 
 class TestLinuxViews : public QObject {
@@ -239,13 +252,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(model.analysis() && !model.isAnalyzing(), 20'000);
         QCoreApplication::processEvents();
 
-        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
-        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
-            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
-        });
-        QStringList shown;
-        for (const QLabel *title : titles)
-            shown << title->text();
+        const QStringList shown = findingTitles(view);
         QCOMPARE(
             shown,
             (QStringList{u"rsync -a /home /media/backup is blocking restart and shutdown: Nightly backup"_s,
@@ -325,13 +332,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(model.sleepFindings() && !model.isFetching(), 20'000);
         QCoreApplication::processEvents();
 
-        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
-        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
-            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
-        });
-        QStringList shown;
-        for (const QLabel *title : titles)
-            shown << title->text();
+        const QStringList shown = findingTitles(view);
         QCOMPARE(shown,
                  (QStringList{
                      u"This computer cannot suspend: suspend.target is masked"_s,
@@ -396,9 +397,7 @@ private Q_SLOTS:
         fake.setOutput(u"journalctl-suspends"_s, journal);
         model.refresh();
         QTRY_VERIFY_WITH_TIMEOUT(view.findChildren<QLabel *>(u"findingTitle"_s).size() == 6, 20'000);
-        QStringList journalTitles;
-        for (const QLabel *title : view.findChildren<QLabel *>(u"findingTitle"_s))
-            journalTitles << title->text();
+        const QStringList journalTitles = findingTitles(view);
         QVERIFY2(journalTitles.contains(u"A suspend failed because syncthing could not be stopped"_s),
                  qPrintable(journalTitles.join(u'|')));
         QVERIFY2(journalTitles.contains(u"It woke up 3 seconds after it went to sleep"_s),
