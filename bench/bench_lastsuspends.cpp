@@ -210,12 +210,3 @@ void BM_LastSuspendsOnABigJournal(benchmark::State &state)
 } // namespace
 
 BENCHMARK(BM_LastSuspendsOnABigJournal)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

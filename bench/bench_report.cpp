@@ -69,12 +69,3 @@ BENCHMARK_CAPTURE(BM_ReportOverTools, summary, QStringList{})->Unit(benchmark::k
 BENCHMARK_CAPTURE(BM_ReportOverTools, json, QStringList{QStringLiteral("--json")})
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime();
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

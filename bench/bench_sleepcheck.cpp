@@ -109,12 +109,3 @@ void BM_SleepCheckAlone(benchmark::State &state)
 BENCHMARK(BM_ReadingAlone)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3);
 BENCHMARK(BM_ReadingWithSleepCheck)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3);
 BENCHMARK(BM_SleepCheckAlone)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3);
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -18,6 +18,7 @@ set(LULLWICK_PROFILE_SOURCES
     profile/Profile.cpp
     profile/MacWords.cpp
     profile/LinuxWords.cpp
+    profile/LinuxHolderWords.cpp
     profile/LinuxSuspendWords.cpp
     profile/LinuxSleepWords.cpp
     profile/DesktopLinks.cpp

@@ -1,8 +1,8 @@
 #include "FakeToolDir.h"
 #include "Fixtures.h"
 #include "details/DetailsClipboard.h"
-#include "profile/Profile.h"
 #include "pmset/PMSetService.h"
+#include "profile/Profile.h"
 #include "restart/RestartBlockerService.h"
 #include "restart/RestartClipboard.h"
 #include "summary/AssertionRowText.h"
@@ -71,6 +71,46 @@ private slots:
             u"Lullwick—Summary\nCaptured Monday, March 4, 2024 at 3:04:05\u202FPM\n\nIdle system sleep\n"_s +
                 (idle.isEmpty() ? none : idle) + u"\nAll system sleep\n"_s + none + u"\nDisplay sleep\n"_s +
                 (display.isEmpty() ? none : display));
+    }
+
+    // On Linux each lock is copied with its holder's own words, under the title they gave or the
+    // catalog's; a time logind cannot give is left out.
+    void linuxSummaryQuotesHolders_data()
+    {
+        QTest::addColumn<QString>("row"); // consecutive lines of the copy
+        const QString inhibit =
+            u"    Let the command finish, or stop it (Ctrl+C in the terminal that runs it).\n"_s;
+        QTest::addRow("systemd-inhibit around an unknown command, titled by its reason")
+            << u"  • Backing up home  (held 00:03:12)\n    “Backing up home” — Backup\n"
+               u"    systemd-inhibit (pid 7301)—Refusing every suspend, automatic or asked for, until the "
+               u"lock is "
+               u"let go.\n    Created for tar (pid 7302)\n"_s +
+                   inhibit;
+        QTest::addRow("a second one, told apart by its own words")
+            << u"  • Playing “Le Café” full screen  (held 00:41:07)\n"
+               u"    “Playing “Le Café” full screen” — Video Player\n    systemd-inhibit (pid 7311)—Keeping "
+               u"the "
+               u"screen on, and the computer awake, while otherwise idle.\n    Created for ffplay (pid 7312)\n"_s +
+                   inhibit;
+        QTest::addRow("session inhibitor of an unknown app, no held time")
+            << u"  • Recording a podcast episode\n    “Recording a podcast episode” — org.example.Recorder\n"
+               u"    gnome-session-binary (pid 2188)—Keeping the screen on, and the computer awake, while "
+               u"otherwise idle.\n    Created for recorder (pid 6801)\n    Pause, finish or quit what the "
+               u"application is doing; the session lets go of the lock by itself.\n"_s;
+        QTest::addRow("session inhibitor of a known player, titled by the catalog")
+            << u"  • Videos (Totem) is playing media\n    “Playing video” — org.gnome.Totem\n"
+               u"    gnome-session-binary (pid 2188)—"_s;
+    }
+    void linuxSummaryQuotesHolders()
+    {
+        QFETCH(QString, row);
+        const ScopedProfile linux(Profile::System::Linux);
+        const AssertionsSnapshot snapshot =
+            PMSetService::parse(Fixtures::readText(u"inhibitors-linux-desktop.txt"_s), instant);
+        const QString copy = SummaryClipboard::text(
+            snapshot, {{7302, u"tar"_s}, {7312, u"ffplay"_s}, {6801, u"recorder"_s}, {6650, u"totem"_s}},
+            usInUtc);
+        QVERIFY2(copy.contains(row), qPrintable(copy));
     }
 
     void prettyDuration_data()

@@ -345,18 +345,6 @@ private slots:
         if (QTest::currentDataTag() == QByteArrayView("a wake after 3 seconds"))
             QVERIFY(reading.findings[0].detail.endsWith(u"XHC0: USB controller (pci 0000:0d:00.3)"));
     }
-
-    void maskedTargets()
-    {
-        QTemporaryDir root;
-        QVERIFY(QDir(root.path()).mkpath("etc/systemd/system") &&
-                QDir(root.path()).mkpath("run/systemd/system"));
-        QVERIFY(QFile::link("/dev/null", root.filePath("run/systemd/system/suspend.target")));
-        QVERIFY(QFile::link("/usr/lib/systemd/system/sleep.target",
-                            root.filePath("etc/systemd/system/sleep.target")));
-        writeFile(root.filePath("etc/systemd/system/hibernate.target"), "[Unit]\n");
-        QCOMPARE(LastSuspends::maskedTargets(root.path()), QSet<QString>{"suspend.target"});
-    }
 };
 
 QTEST_GUILESS_MAIN(TestLastSuspends)

@@ -169,14 +169,14 @@ private Q_SLOTS:
                             const QString &advice = {}) {
             QTest::addRow("%s", name) << evidence << severity << title << listed << firstLine << advice;
         };
-        const Lock backup{"block", "Backup Tool", "Copying files", 812, "borg"};
+        const Lock backup{"block", "Backup Tool", "Copying files", 812, "copyjobd"};
         // The kernel keeps 15 characters of unattended-upgrade-shutdown's name.
         const Lock upgrades{"delay", "Unattended Upgrades Shutdown", "Stop ongoing upgrades", 640,
                             "unattended-upgr"};
         row("a block lock is likely, names its holder and how to quit it", {{backup}, 5, {}, {}}, 3,
             "Backup Tool is blocking restart and shutdown: Copying files", 1,
-            "Backup Tool — Copying files (block, borg, PID 812)",
-            "quit borg from your system monitor, or with “kill 812” in a terminal.");
+            "Backup Tool — Copying files (block, copyjobd, PID 812)",
+            "quit copyjobd from your system monitor, or with “kill 812” in a terminal.");
         row("block-weak holds off a desktop restart too",
             {{{"block-weak", "Sync", "", 9, "syncd"}}, {}, {}, {}}, 3,
             "Sync is blocking restart and shutdown", 1);
@@ -203,7 +203,7 @@ private Q_SLOTS:
             "Backup Tool and 7 more are blocking restart and shutdown: Copying files", 8);
         row("one more than are listed", {eight + QList<Lock>{backup}, {}, {}, {}}, 3,
             "Backup Tool and 8 more are blocking restart and shutdown: Copying files", 9,
-            "Backup Tool — Copying files (block, borg, PID 812)");
+            "Backup Tool — Copying files (block, copyjobd, PID 812)");
         row("a mode logind does not have is no lock", {{{"sometimes", "X", "", 1, "x"}}, 5, {}, {}}, 0, {},
             0);
         row("no locks", {{}, 5, {}, {}}, 0, {}, 0);

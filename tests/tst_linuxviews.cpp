@@ -8,6 +8,7 @@
 #include "profile/Profile.h"
 #include "restart/RestartModel.h"
 #include "restart/RestartView.h"
+#include "sleep/LastSuspends.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
 #include "summary/SummaryClipboard.h"
@@ -16,6 +17,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QScrollArea>
 #include <QTabWidget>
@@ -47,15 +50,31 @@ void useDesktop(const QString &dataDir, const QByteArray &desktop)
     Profile::current().reloadDesktop();
 }
 
-/// The titles of the rows in the block `block`, top to bottom.
+/// The titles of the rows in the block `block`, top to bottom, each with its quoted line.
 QStringList rowTitles(const QWidget *view, const QString &block)
 {
     QList<AssertionRow *> rows = view->findChild<QWidget *>(block)->findChildren<AssertionRow *>();
     std::sort(rows.begin(), rows.end(), [](QWidget *a, QWidget *b) { return a->y() < b->y(); });
     QStringList titles;
-    for (const AssertionRow *row : rows)
+    for (const AssertionRow *row : rows) {
         titles << row->findChild<QLabel *>(u"rowTitle"_s)->text();
+        if (const QLabel *quote = row->findChild<QLabel *>(u"rowQuote"_s); quote && !quote->isHidden())
+            titles.last() += u" | "_s + quote->text();
+    }
     return titles;
+}
+
+/// The titles of the finding cards on `page`, from top to bottom.
+QStringList findingTitles(const QWidget &page)
+{
+    QList<QLabel *> titles = page.findChildren<QLabel *>(u"findingTitle"_s);
+    std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
+        return a->mapTo(&page, QPoint()).y() < b->mapTo(&page, QPoint()).y();
+    });
+    QStringList shown;
+    for (const QLabel *title : titles)
+        shown << title->text();
+    return shown;
 }
 
 } // namespace
@@ -99,7 +118,12 @@ private Q_SLOTS:
 
         m_fake.setOutputFromFixture(u"assertions"_s, u"inhibitors-linux-desktop.txt"_s);
         m_fake.setOutputFromFixture(u"settings"_s, u"settings-linux.txt"_s);
-        m_fake.setProcessTable({{5121, u"rsync"_s}, {6650, u"totem"_s}});
+        // Two commands under systemd-inhibit and a recorder the catalog does not know.
+        m_fake.setProcessTable({{5121, u"rsync"_s},
+                                {6650, u"totem"_s},
+                                {7302, u"tar"_s},
+                                {7312, u"ffplay"_s},
+                                {6801, u"recorder"_s}});
         QVERIFY(m_fake.isValid());
         m_model = new AssertionsModel(m_fake.pmsetPath(), m_fake.psPath());
         m_restart = new RestartModel(
@@ -111,7 +135,7 @@ private Q_SLOTS:
         m_view = new ContentView(m_model, m_restart);
         m_view->resize(760, 1400);
         m_view->show();
-        QTRY_VERIFY_WITH_TIMEOUT(m_model->snapshot() && m_model->resolvedNames().size() == 2, 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(m_model->snapshot() && m_model->resolvedNames().size() == 5, 20'000);
 
         m_view->setSelectedTab(ContentView::Tab::restart);
         m_restart->analyze();
@@ -124,6 +148,10 @@ private Q_SLOTS:
     void cleanupTestCase()
     {
         screenshot(ContentView::Tab::summary, u"linux-summary"_s);
+        // The whole window at a common size, as the README shows it.
+        m_view->resize(760, 940);
+        QCoreApplication::processEvents();
+        QVERIFY(m_view->grab().save(m_shots + u"/linux-window.png"_s));
         screenshot(ContentView::Tab::details, u"linux-details"_s);
         screenshot(ContentView::Tab::restart, u"linux-restart"_s);
         QApplication::setPalette(darkPalette());
@@ -133,30 +161,64 @@ private Q_SLOTS:
         QApplication::clipboard()->clear();
     }
 
-    // The holders of a typical GNOME desktop, each titled by what it is or whom it holds for.
+    // The holders of a typical GNOME desktop, each titled by what it is, whom it holds for, or
+    // the reason its holder gave; the holder's own words follow when the title doesn't say them.
     void rowsExplainLinuxHolders_data()
     {
         QTest::addColumn<QString>("block");
-        QTest::addColumn<QStringList>("titles");
-        const QStringList awake{u"rsync is copying files"_s,
-                                u"An application asked the desktop session to stay awake"_s,
-                                u"Videos (Totem) is playing media"_s};
-        QTest::addRow("idle sleep: a command, the session's lock, the video player")
-            << u"sleepBlock-idleSystem"_s << awake;
-        QTest::addRow("display sleep: the same three") << u"sleepBlock-display"_s << awake;
+        QTest::addColumn<QStringList>("titles"); // each "title | quoted line"
+        const QStringList awake{
+            u"rsync is copying files | “Nightly backup” — rsync -a /home/ /srv/backup/"_s,
+            u"An application asked the desktop session to stay awake | “user session inhibited” — user"_s,
+            u"Videos (Totem) is playing media | “Playing video” — org.gnome.Totem"_s,
+            u"Playing “Le Café” full screen | “Playing “Le Café” full screen” — Video Player"_s,
+            u"Recording a podcast episode | “Recording a podcast episode” — org.example.Recorder"_s};
+        const QString backup = u"Backing up home | “Backing up home” — Backup"_s;
+        QTest::addRow("idle sleep: commands, the session's locks, the video player")
+            << u"sleepBlock-idleSystem"_s
+            << QStringList{awake[0], awake[1], awake[2], backup, awake[3], awake[4]};
+        QTest::addRow("all sleep: the backup alone") << u"sleepBlock-system"_s << QStringList{backup};
+        QTest::addRow("display sleep: the same as idle sleep")
+            << u"sleepBlock-display"_s
+            << QStringList{awake[0], awake[1], awake[2], backup, awake[3], awake[4]};
         QTest::addRow("delay, key and shutdown locks block nothing")
             << u"otherAssertionsBlock"_s
-            << QStringList{u"NetworkManager will disconnect before suspend"_s,
-                           u"UPower pauses battery polling before suspend"_s,
-                           u"GNOME Shell will lock the screen before suspend"_s,
-                           u"GNOME’s power daemon is handling the lid or suspend"_s,
-                           u"KDE’s power management is handling the power keys"_s,
-                           u"Unattended upgrades will finish before shutdown"_s};
+            << QStringList{
+                   u"NetworkManager will disconnect before suspend | “NetworkManager needs to turn off networks”"_s,
+                   u"UPower pauses battery polling before suspend | “Pause device polling” — UPower"_s,
+                   u"GNOME Shell will lock the screen before suspend | “GNOME needs to lock the screen” — GNOME Shell"_s,
+                   u"GNOME’s power daemon is handling the lid or suspend | “GNOME needs to lock the screen” — GNOME power management"_s,
+                   u"KDE’s power management is handling the power keys | “KDE handles power events” — PowerDevil"_s,
+                   u"Unattended upgrades will finish before shutdown | “Stop ongoing upgrades or perform upgrades before shutdown” — Unattended Upgrades Shutdown"_s,
+                   u"Flushing the sync journal"_s};
     }
     void rowsExplainLinuxHolders()
     {
         QFETCH(QString, block);
         QTEST(rowTitles(m_view, block), "titles");
+        // Without anything the sleep check says, its section takes no room.
+        QVERIFY(!m_view->findChild<QWidget *>(u"sleepFindings"_s)->isVisible());
+    }
+
+    // A delay lock is explained by its kind when the catalog does not know its holder, and a held
+    // time that logind cannot give leaves the badge empty.
+    void unknownHolderAndUnknownTime()
+    {
+        const QList<AssertionRow *> rows = m_view->findChildren<AssertionRow *>();
+        const auto row = [&rows](const QString &process, const QString &id) {
+            return *std::find_if(rows.cbegin(), rows.cend(), [&](const AssertionRow *r) {
+                return r->assertion().processName == process && r->assertion().assertionID.startsWith(id);
+            });
+        };
+        const auto line = [](const AssertionRow *r, const QString &name) {
+            const QLabel *label = r->findChild<QLabel *>(name);
+            return label && !label->isHidden() ? label->text() : QString();
+        };
+        const AssertionRow *sync = row(u"fancy-syncd"_s, u"login1"_s);
+        QCOMPARE(line(sync, u"rowExplanation"_s),
+                 Profile::current().words().holders.kindTexts[u"DelaySleep"_s].explanation);
+        QCOMPARE(line(sync, u"rowHeldText"_s), u"Held 2h 0m"_s);
+        QCOMPARE(line(row(u"gnome-session-binary"_s, u"/org/gnome"_s), u"rowHeldText"_s), QString());
     }
 
     // The Restart tab with every Linux source speaking, light and dark; the stall report's decode
@@ -190,13 +252,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(model.analysis() && !model.isAnalyzing(), 20'000);
         QCoreApplication::processEvents();
 
-        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
-        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
-            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
-        });
-        QStringList shown;
-        for (const QLabel *title : titles)
-            shown << title->text();
+        const QStringList shown = findingTitles(view);
         QCOMPARE(
             shown,
             (QStringList{u"rsync -a /home /media/backup is blocking restart and shutdown: Nightly backup"_s,
@@ -264,7 +320,10 @@ private Q_SLOTS:
             Fixtures::writeFile(at, text);
         }
         QVERIFY(QFile::setPermissions(r + u"/gsettings"_s, QFile::ReadOwner | QFile::ExeOwner));
-        SleepCheck check{fake.pmsetPath(), r, {r + u"/gsettings"_s, r + u"/config"_s, {u"GNOME"_s}, {}}};
+        SleepCheck check{fake.pmsetPath(),
+                         r,
+                         {r + u"/gsettings"_s, r + u"/config"_s, {u"GNOME"_s}, {}},
+                         fake.journalctlPath()};
         AssertionsModel model(fake.pmsetPath(), fake.psPath(), check);
         SummaryView view(&model);
         view.resize(760, 2000);
@@ -273,13 +332,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(model.sleepFindings() && !model.isFetching(), 20'000);
         QCoreApplication::processEvents();
 
-        QList<QLabel *> titles = view.findChildren<QLabel *>(u"findingTitle"_s);
-        std::sort(titles.begin(), titles.end(), [&](QLabel *a, QLabel *b) {
-            return a->mapTo(&view, QPoint()).y() < b->mapTo(&view, QPoint()).y();
-        });
-        QStringList shown;
-        for (const QLabel *title : titles)
-            shown << title->text();
+        const QStringList shown = findingTitles(view);
         QCOMPARE(shown,
                  (QStringList{
                      u"This computer cannot suspend: suspend.target is masked"_s,
@@ -305,11 +358,51 @@ private Q_SLOTS:
             QVERIFY(
                 static_cast<QScrollArea &>(view).widget()->grab().save(m_shots + u'/' + name + u".png"_s));
         };
-        save(u"linux-summary-sleep-check"_s);
-        const QPalette light = QApplication::palette();
-        QApplication::setPalette(darkPalette());
-        save(u"linux-summary-sleep-check-dark"_s);
-        QApplication::setPalette(light);
+        const auto saveLightAndDark = [&](const QString &name) {
+            save(name);
+            const QPalette light = QApplication::palette();
+            QApplication::setPalette(darkPalette());
+            save(name + u"-dark"_s);
+            QApplication::setPalette(light);
+        };
+        saveLightAndDark(u"linux-summary-sleep-check"_s);
+
+        // The journal adds the last attempts: a suspend that failed over a task that would not
+        // stop, and one that woke three seconds after it went to sleep.
+        const qint64 hourAgo = (QDateTime::currentMSecsSinceEpoch() - 3600'000) * 1000;
+        QByteArray journal;
+        for (const auto &[at, kernel, message] : std::initializer_list<std::tuple<int, bool, const char *>>{
+                 {0, false, "Entering sleep state 'suspend'..."},
+                 {0, true, "PM: suspend entry (deep)"},
+                 {20, true,
+                  "Freezing user space processes failed after 20.004 seconds (1 tasks refusing to "
+                  "freeze, wq_busy=0):"},
+                 {20, true,
+                  "task:syncthing       state:D stack:0     pid:1301  ppid:1273   flags:0x00004006"},
+                 {21, true, "PM: suspend exit"},
+                 {21, false, "Failed to put system to sleep. System resumed again: Device or resource busy"},
+                 {600, false, "Entering sleep state 'suspend'..."},
+                 {600, true, "PM: suspend entry (deep)"},
+                 {603, true, "PM: suspend exit"},
+                 {603, false, "System returned from sleep state."}}) {
+            QJsonObject entry{{"MESSAGE", message},
+                              {"_BOOT_ID", QString::fromLatin1(LastSuspends::currentBoot())},
+                              {"__REALTIME_TIMESTAMP", QString::number(hourAgo + at * 1'000'000LL)},
+                              {"_TRANSPORT", kernel ? "kernel" : "journal"},
+                              {"PRIORITY", QString::number(kernel && at == 20 ? 3 : 6)}};
+            if (!kernel)
+                entry.insert("_COMM", "systemd-sleep"), entry.insert("_UID", "0");
+            journal.prepend(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n'); // newest first
+        }
+        fake.setOutput(u"journalctl-suspends"_s, journal);
+        model.refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(view.findChildren<QLabel *>(u"findingTitle"_s).size() == 6, 20'000);
+        const QStringList journalTitles = findingTitles(view);
+        QVERIFY2(journalTitles.contains(u"A suspend failed because syncthing could not be stopped"_s),
+                 qPrintable(journalTitles.join(u'|')));
+        QVERIFY2(journalTitles.contains(u"It woke up 3 seconds after it went to sleep"_s),
+                 qPrintable(journalTitles.join(u'|')));
+        saveLightAndDark(u"linux-summary-last-suspends"_s);
     }
 
     // The desktop's own settings panels and process viewer; rows open the viewer with the PID.

@@ -427,7 +427,7 @@ private Q_SLOTS:
             << "assertions/2"
             << QByteArray(R"j({"pid": 5120, "processName": "backupd", "assertionID": "0x0000150000019b02",
                 "timeHeld": "00:02:11", "type": "PreventSystemSleep", "kind": "preventSystemSleep",
-                "namedReason": "Time Machine backup", "extras": null, "createdForPID": null,
+                "namedReason": "Time Machine backup", "extras": null, "holder": null, "createdForPID": null,
                 "createdForName": null, "title": "Time Machine backup",
                 "description": "Refusing every suspend, automatic or asked for, until the lock is let go.",
                 "blocks": ["idle", "system", "display"], "catalog": null})j");
@@ -439,7 +439,7 @@ private Q_SLOTS:
             << "assertions/5"
             << QByteArray(R"j({"pid": 877, "processName": "renderd", "assertionID": "0x0000160000019c07",
                 "timeHeld": "00:00:40", "type": "RenderFarmHold", "kind": "other", "namedReason": null,
-                "extras": null, "createdForPID": null, "createdForName": null,
+                "extras": null, "holder": null, "createdForPID": null, "createdForName": null,
                 "title": "Assertion: RenderFarmHold.", "description": "Assertion: RenderFarmHold.",
                 "blocks": [], "catalog": null})j");
         QTest::addRow("blockers as indexes")
@@ -465,6 +465,47 @@ private Q_SLOTS:
         for (const QString &step : path.split('/'))
             value = value.isArray() ? value[step.toInt()] : value[step];
         QCOMPARE(value, QJsonDocument::fromJson("[" + expected + "]").array().first());
+    }
+
+    // The built profile (Linux) names each lock's holder and reason in the text, and keeps the
+    // holder as a field of its own in the JSON.
+    void linuxHoldersInTextAndJson_data()
+    {
+        QTest::addColumn<QString>("holder");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<QString>("title");
+        QTest::addRow("systemd-inhibit around an unknown command") << "Backup"
+                                                                   << "Backing up home"
+                                                                   << "Backing up home";
+        QTest::addRow("another one") << "Video Player"
+                                     << "Playing “Le Café” full screen"
+                                     << "Playing “Le Café” full screen";
+        QTest::addRow("session inhibitor of an unknown app") << "org.example.Recorder"
+                                                             << "Recording a podcast episode"
+                                                             << "Recording a podcast episode";
+        // ps names no process here: the session's application ID finds the catalog entry.
+        QTest::addRow("session inhibitor of a known player") << "org.gnome.Totem"
+                                                             << "Playing video"
+                                                             << "Videos (Totem) is playing media";
+    }
+    void linuxHoldersInTextAndJson()
+    {
+        QFETCH(QString, holder);
+        QFETCH(QString, reason);
+        QFETCH(QString, title);
+        const Rig rig(Fixtures::read("inhibitors-linux-desktop.txt"));
+        const QString text = QString::fromUtf8(rig.run({}).out);
+        QVERIFY2(text.contains(QStringLiteral("    “") + reason + QStringLiteral("” — ") + holder + '\n'),
+                 qPrintable(text));
+        QVERIFY(!text.contains(QStringLiteral("unknown")));
+        const QJsonArray assertions =
+            QJsonDocument::fromJson(rig.run({"--json"}).out)["assertions"].toArray();
+        const auto it = std::find_if(assertions.begin(), assertions.end(), [&](const QJsonValue &a) {
+            return a.toObject().value("holder") == holder;
+        });
+        QVERIFY(it != assertions.end());
+        QCOMPARE(it->toObject().value("namedReason"), reason);
+        QCOMPARE(it->toObject().value("title"), title);
     }
 
     void jsonTimesAreUtc()

@@ -2,10 +2,12 @@
 #include "PrivateMounts.h"
 #include "platform/ProcessNames.h"
 #include "pmset/PMSetService.h"
+#include "profile/Profile.h"
 #include "restart/InhibitorEvidence.h"
 #include "standin/AssertionListing.h"
 #include "standin/InhibitorReferences.h"
 #include "standin/TypeWords.h"
+#include "summary/SummaryClipboard.h"
 
 #include <QLocalServer>
 #include <QtTest>
@@ -336,6 +338,28 @@ private Q_SLOTS:
         // Each lock is held by a systemd-inhibit for the command it runs, which is the one named.
         for (const Lock &lock : evidence.shutdownLocks)
             QVERIFY2(lock.pid > 0 && lock.processName == "sleep", output.constData());
+    }
+
+    // The copy of locks that systemd-logind itself holds names both holders and both reasons.
+    void realLogindLocksInTheCopy()
+    {
+        if (const std::optional<QString> why = privateMountsUnavailable(
+                {"/lib/systemd/systemd-logind", "/usr/bin/systemd-inhibit", "/usr/bin/busctl"}))
+            QSKIP(qPrintable(*why));
+        QTemporaryDir work;
+        qputenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + m_dir.filePath("nowhere")).toUtf8());
+        QProcess rig;
+        rig.start("/usr/bin/unshare", {"-m", "--propagation", "private", "/bin/sh", LULLWICK_LOGIND_RIG,
+                                       work.path(), standin, "-g", "assertions"});
+        QVERIFY(rig.waitForFinished(120000));
+        const QByteArray output = rig.readAllStandardOutput();
+        QVERIFY2(rig.exitCode() == 0, rig.readAllStandardError().constData());
+        const ScopedProfile linux(Profile::System::Linux);
+        const QString copy = SummaryClipboard::text(PMSetService::parse(output, {}), {});
+        for (const char *line : {"  • Backing up home  (held 00:00:", "    “Backing up home” — Backup\n",
+                                 "  • Playing “Le Café” full screen  (held 00:00:",
+                                 "    “Playing “Le Café” full screen” — Video Player\n"})
+            QVERIFY2(copy.contains(QString::fromUtf8(line)), qPrintable(copy));
     }
 
     void awkwardTextSurvivesTheReader()

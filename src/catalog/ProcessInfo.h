@@ -10,6 +10,9 @@ struct ProcessInfo {
     QString headline;
     QString explanation;
     std::optional<QString> callToAction;
+    /// Whether the process holds locks on behalf of other programs (a session manager, a portal,
+    /// a wrapper command), so that a lock's own holder and reason say more than the entry does.
+    bool proxy = false;
 
     bool operator==(const ProcessInfo &) const = default;
 };

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <unistd.h>
 
 namespace lullwick {
 
@@ -14,6 +15,14 @@ QByteArray readAtMost(const QString &path, qint64 size)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.read(size) : QByteArray();
+}
+
+/// The fields of a "/proc/PID/stat" line after the process's name, which may hold spaces and
+/// parentheses: they are counted from its last ")". The first of them is the state.
+QList<QByteArray> statFields(const QString &path)
+{
+    const QByteArray stat = readAtMost(path, 4096);
+    return stat.sliced(stat.lastIndexOf(')') + 1).trimmed().split(' ');
 }
 
 } // namespace
@@ -55,14 +64,28 @@ std::optional<qint64> ProcessNames::firstChild(qint64 pid) const
         const qint64 child = entry.toLongLong(&numeric);
         if (!numeric || (first && child >= *first))
             continue;
-        // "PID (name) state PPID ...": the name may hold spaces and parentheses, so the fields
-        // are counted from its last ")".
-        const QByteArray stat = readAtMost(m_procDirectory + u'/' + entry + QStringLiteral("/stat"), 4096);
-        const QList<QByteArray> fields = stat.sliced(stat.lastIndexOf(')') + 1).split(' ');
-        if (fields.size() > 2 && fields[2].toLongLong() == pid)
+        const QList<QByteArray> fields = statFields(m_procDirectory + u'/' + entry + QStringLiteral("/stat"));
+        if (fields.size() > 1 && fields[1].toLongLong() == pid)
             first = child;
     }
     return first;
+}
+
+std::optional<qint64> ProcessNames::ageSeconds(qint64 pid) const
+{
+    if (pid <= 0)
+        return std::nullopt;
+    // The start time is the 20th field after the state, in clock ticks since boot.
+    const QList<QByteArray> fields =
+        statFields(m_procDirectory + u'/' + QString::number(pid) + QStringLiteral("/stat"));
+    bool started = false, up = false;
+    const qint64 ticks = fields.value(19).toLongLong(&started);
+    const double uptime =
+        readAtMost(m_procDirectory + QStringLiteral("/uptime"), 64).split(' ').value(0).toDouble(&up);
+    const long perSecond = ::sysconf(_SC_CLK_TCK);
+    if (!started || !up || perSecond <= 0)
+        return std::nullopt;
+    return std::max<qint64>(qint64(uptime) - ticks / perSecond, 0);
 }
 
 } // namespace lullwick

@@ -151,6 +151,7 @@ Words linuxWords(const Words &mac)
         u"every shutdown."_s;
 
     p.sleep = linuxSleepWords();
+    p.holders = linuxHolderWords();
     p.reportDescription =
         u"Explains what keeps this computer awake, or what may hold up a restart, in plain language."_s;
 

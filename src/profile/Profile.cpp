@@ -97,6 +97,10 @@ QStringList Profile::allTexts() const
     texts += QList<QString>(m_words.restart.verdicts.cbegin(), m_words.restart.verdicts.cend());
     texts += QList<QString>(m_words.kindDescriptions.cbegin(), m_words.kindDescriptions.cend());
     texts += m_words.otherWordDescriptions.values();
+    const Words::Holders &h = m_words.holders;
+    texts += {h.quote, h.reasonOnly, h.holderOnly};
+    for (const Words::Holders::KindText &kind : h.kindTexts)
+        texts += {kind.explanation, kind.callToAction};
     const RestartEvidence &e = m_words.restartEvidence;
     texts += {e.shutdownLocksSource,
               e.unsavedWorkSource,

@@ -81,6 +81,19 @@ struct Words {
         QString lastShutdownAdvice; ///< %1: the process or unit
     };
 
+    /// How a row quotes a lock's holder and reason, and explains a lock by its kind alone. Empty
+    /// on macOS, whose rows say neither.
+    struct Holders {
+        QString quote;       ///< %1: the reason, %2: the holder
+        QString reasonOnly;  ///< %1: the reason, when no holder is named
+        QString holderOnly;  ///< %1: the holder, when it gives no reason
+        QString unknownHeld; ///< the held time that says it is not known; the badge says nothing then
+        struct KindText {
+            QString explanation, callToAction;
+        };
+        /// For a holder the catalog does not know, by the type word of its lock.
+        QHash<QString, KindText> kindTexts;
+    };
     /// The findings of the last suspends, read from the system journal; empty on macOS. %1, %2
     /// are filled in as noted.
     struct LastSuspends {
@@ -191,6 +204,7 @@ struct Words {
     Details details;
     Restart restart;
     RestartEvidence restartEvidence;
+    Holders holders;
     LastSuspends lastSuspends;
     Sleep sleep;
     /// The command-line report's one-line description of itself.
@@ -205,6 +219,8 @@ struct Words {
 [[nodiscard]] Words macWords();
 /// A Linux desktop's words; some sentences are the Mac's own.
 [[nodiscard]] Words linuxWords(const Words &mac);
+/// How a Linux desktop's rows quote the holders of locks.
+[[nodiscard]] Words::Holders linuxHolderWords();
 /// A Linux desktop's words for the last suspends.
 [[nodiscard]] Words::LastSuspends linuxSuspendWords();
 /// The sleep check's words on a Linux desktop.

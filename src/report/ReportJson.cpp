@@ -51,6 +51,7 @@ QJsonObject assertionObject(const Assertion &a, const ResolvedNames &names)
             {u"kind"_s, a.kind.name()},
             {u"namedReason"_s, orNull(a.namedReason)},
             {u"extras"_s, orNull(a.extras)},
+            {u"holder"_s, orNull(row.holder)},
             {u"createdForPID"_s, orNull(row.createdForPID)},
             {u"createdForName"_s, orNull(createdForName)},
             {u"title"_s, row.title},

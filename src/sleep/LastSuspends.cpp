@@ -862,18 +862,4 @@ QByteArray LastSuspends::currentBoot()
     return file.read(64).trimmed().replace('-', QByteArray());
 }
 
-QSet<QString> LastSuspends::maskedTargets(const QString &rootDir)
-{
-    QSet<QString> masked;
-    for (const QString &target : {u"sleep.target"_s, u"suspend.target"_s, u"hibernate.target"_s,
-                                  u"hybrid-sleep.target"_s, u"suspend-then-hibernate.target"_s}) {
-        for (const QString &dir : {u"/etc/systemd/system/"_s, u"/run/systemd/system/"_s}) {
-            const QFileInfo unit(rootDir + dir + target);
-            if (unit.isSymLink() && unit.symLinkTarget() == u"/dev/null")
-                masked.insert(target);
-        }
-    }
-    return masked;
-}
-
 } // namespace lullwick

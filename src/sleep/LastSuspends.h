@@ -53,9 +53,6 @@ public:
 
     /// This boot's id, read from the kernel; empty when unreadable.
     [[nodiscard]] static QByteArray currentBoot();
-    /// Which of the sleep targets are masked under `rootDir`: their unit file in /etc/systemd/system
-    /// or /run/systemd/system links to /dev/null.
-    [[nodiscard]] static QSet<QString> maskedTargets(const QString &rootDir = QStringLiteral("/"));
 };
 
 } // namespace lullwick

@@ -16,6 +16,7 @@ namespace lullwick {
 struct SleepFindings {
     QList<Finding> findings;
     std::optional<QString> cannotSuspend; ///< e.g. "suspend.target is masked"
+    bool journalDenied = false;           ///< the system journal's last suspends could not be read
 
     /// Equal when they say the same things; the findings' ids are new with every check.
     [[nodiscard]] bool sameAs(const SleepFindings &other) const;
@@ -28,14 +29,16 @@ struct SleepCheck {
     QString standinPath = ToolPaths::pmset();
     QString rootDir = QStringLiteral("/");
     DesktopSuspend::Setup desktop = DesktopSuspend::Setup::ofSession();
+    QString journalctlPath = ToolPaths::journalctl();
 
     /// The check of the current profile's system: nothing on macOS.
     [[nodiscard]] static std::optional<SleepCheck> forProfile();
 
-    /// Runs every source (the stand-in's logind answers first, which may take 5 s at most) and
-    /// ranks their findings. Blocks the calling worker thread; a source that fails adds nothing.
+    /// Runs every source (the stand-in's logind answers first, which may take 5 s at most, and the
+    /// system journal's last suspends last) and ranks their findings. Blocks the calling worker
+    /// thread; a source that fails adds nothing.
     [[nodiscard]] SleepFindings run(const std::atomic<bool> &stop) const;
-    /// The findings of the sources over what has been read.
+    /// The findings of the sources over what has been read, the journal aside.
     [[nodiscard]] SleepFindings evaluate(const SleepEvidence &evidence, const std::atomic<bool> &stop) const;
 };
 

@@ -68,8 +68,13 @@ SourceResult<QList<InhibitorLine>> LogindSource::inhibitors(QDeadlineTimer deadl
         }
         // systemd-inhibit holds its lock for the command it runs, its child: name that process
         // as the one the lock was created for, as a proxy's assertion does.
-        if (line.processName == u"systemd-inhibit")
+        // systemd-inhibit takes its lock as it starts and holds it until it ends, so the lock is
+        // as old as the process, which dates it where logind's own records cannot be read.
+        if (line.processName == u"systemd-inhibit") {
             line.createdFor = m_names.firstChild(lock.pid);
+            if (!line.heldSeconds)
+                line.heldSeconds = m_names.ageSeconds(lock.pid);
+        }
         line.typeWord = TypeWords::forLogindLock(lock.what, lock.mode);
         line.reason = lock.why;
         line.extras = {QStringLiteral("Who: %1 (uid %2)").arg(lock.who, QString::number(lock.uid)),

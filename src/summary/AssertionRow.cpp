@@ -20,8 +20,9 @@ using TextStyle::Style;
 
 namespace {
 
-// The lines that a row may leave out, in their order below the process line.
-enum OptionalLine { createdForLine, explanationLine, callToActionLine };
+// The lines that a row may leave out: the holder's words above the process line, the others
+// below it.
+enum OptionalLine { quoteLine, createdForLine, explanationLine, callToActionLine };
 
 // Where the lines go: 6 points above and below the row, 4 between its lines, the held badge 8
 // points (and the spacing on either side) after the title, and 4 more above the button.
@@ -50,7 +51,10 @@ QLabel *heldDurationLabel(const QString &timeHeld, QWidget *parent)
     badge->setToolTip(u"How long this assertion has been held, since the moment the process created it."_s);
     badge->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // DejaVu and the system fonts draw digits of one width already; Qt 6.4 cannot ask for "tnum".
-    badge->setText(u"Held "_s + AssertionRowText::prettyDuration(timeHeld));
+    // Where the time is not known the badge says nothing rather than "unknown".
+    badge->setText(AssertionRowText::heldText(timeHeld));
+    if (badge->text().isEmpty())
+        badge->hide();
     return badge;
 }
 
@@ -91,6 +95,7 @@ void AssertionRow::showNames(const ResolvedNames &names)
     m_text = AssertionRowText::make(m_assertion, names);
     if (m_title->text() != m_text.title)
         m_title->setText(m_text.title);
+    showLine(m_quote, quoteLine, m_text.quote);
     showLine(m_createdFor, createdForLine, m_text.createdForLine);
     showLine(m_explanation, explanationLine, m_text.explanation);
     showLine(m_callToAction, callToActionLine, m_text.callToAction);
@@ -101,9 +106,11 @@ void AssertionRow::showAssertion(Assertion assertion, const ResolvedNames &names
 {
     // The process name and kind are what the row was matched by; the held time moves on.
     m_assertion = std::move(assertion);
-    const QString held = u"Held "_s + AssertionRowText::prettyDuration(m_assertion.timeHeld);
-    if (m_held->text() != held)
+    const QString held = AssertionRowText::heldText(m_assertion.timeHeld);
+    if (m_held->text() != held) {
         m_held->setText(held);
+        setShown(m_held, !held.isEmpty());
+    }
     showNames(names);
     const QString process = m_assertion.processName + m_text.processSuffix;
     if (m_process->text() != process) {
@@ -127,6 +134,7 @@ void AssertionRow::showLine(QLabel *&label, int position, const std::optional<QS
             TextStyle::Options options;
         };
         static const LineStyle styles[] = {
+            {u"rowQuote", Role::primary, Option::wrap},
             {u"rowCreatedFor", Role::secondary, Option::italic | Option::wrap},
             {u"rowExplanation", Role::secondary, Option::wrap},
             {u"rowCallToAction", Role::primary, Option::wrap},
@@ -146,7 +154,7 @@ namespace lullwick {
 
 int AssertionRow::place(int width, bool apply) const
 {
-    const QSize badge = m_held->sizeHint();
+    const QSize badge = m_held->isHidden() ? QSize() : m_held->sizeHint();
     const int titleWidth = qMax(0, width - titleGap - badge.width());
     const int titleHeight = m_title->heightForWidth(titleWidth);
     int y = rowPadding;
@@ -155,7 +163,7 @@ int AssertionRow::place(int width, bool apply) const
         m_held->setGeometry(width - badge.width(), y, badge.width(), badge.height());
     }
     y += qMax(titleHeight, badge.height());
-    for (QLabel *line : {m_process, m_createdFor, m_explanation, m_callToAction}) {
+    for (QLabel *line : {m_quote, m_process, m_createdFor, m_explanation, m_callToAction}) {
         if (!line || line->isHidden())
             continue;
         const int height = line->heightForWidth(width);
@@ -181,9 +189,9 @@ int AssertionRow::widest(bool minimum) const
     const auto across = [minimum](const QWidget *w) {
         return (minimum ? w->minimumSizeHint() : w->sizeHint()).width();
     };
-    int width = across(m_title) + titleGap + m_held->sizeHint().width();
-    for (const QWidget *line : std::initializer_list<const QWidget *>{m_process, m_createdFor, m_explanation,
-                                                                      m_callToAction, m_button}) {
+    int width = across(m_title) + titleGap + (m_held->isHidden() ? 0 : m_held->sizeHint().width());
+    for (const QWidget *line : std::initializer_list<const QWidget *>{
+             m_quote, m_process, m_createdFor, m_explanation, m_callToAction, m_button}) {
         if (line && !line->isHidden())
             width = qMax(width, across(line));
     }

@@ -17,7 +17,8 @@ namespace lullwick {
 void revealInProcessViewer(qint64 pid,
                            const std::optional<OpenTarget> &viewer = Profile::current().processViewer());
 
-/// The held badge: "Held " and the shortened held time on a tinted rounded background.
+/// The held badge: "Held " and the shortened held time on a tinted rounded background; hidden
+/// where the time is not known.
 [[nodiscard]] QLabel *heldDurationLabel(const QString &timeHeld, QWidget *parent = nullptr);
 
 /// One assertion on the Summary page: what holds it, for whom, why, and what to do about it.
@@ -65,6 +66,7 @@ private:
     QLabel *m_title;
     QLabel *m_process;
     QLabel *m_held;
+    QLabel *m_quote = nullptr;
     QLabel *m_createdFor = nullptr;
     QLabel *m_explanation = nullptr;
     QLabel *m_callToAction = nullptr;

@@ -20,8 +20,10 @@ QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot
                       u"Captured "_s + DateFormat::completeDateTime(snapshot->capturedAt, dates), QString()};
     if (sleep) {
         lines << SummaryVerdict::of(*snapshot, sleep->cannotSuspend).text() << QString();
-        if (!sleep->findings.isEmpty())
+        if (!sleep->findings.isEmpty() || sleep->journalDenied)
             lines << Profile::current().sleep().sectionTitle;
+        if (sleep->journalDenied)
+            lines << Profile::current().lastSuspends().journalCaveat << QString();
         // The restart copy's layout, so that both read alike.
         for (const Finding &finding : sleep->findings) {
             lines << u"[%1] %2"_s.arg(label(finding.severity), finding.title);
@@ -41,7 +43,12 @@ QString SummaryClipboard::text(const std::optional<AssertionsSnapshot> &snapshot
         for (const Assertion &a : blockers) {
             const AssertionRowText row = AssertionRowText::make(a, names);
             // Held times stay as pmset printed them; the report is for whoever helps the user.
-            lines << u"  • "_s + row.title + u"  (held "_s + a.timeHeld + u')';
+            QString bullet = u"  • "_s + row.title;
+            if (AssertionRowText::heldKnown(a.timeHeld))
+                bullet += u"  (held "_s + a.timeHeld + u')';
+            lines << bullet;
+            if (row.quote)
+                lines << u"    "_s + *row.quote;
             lines << u"    "_s + a.processName + row.processSuffix;
             if (row.createdForLine)
                 lines << u"    "_s + *row.createdForLine;

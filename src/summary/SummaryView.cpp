@@ -267,7 +267,9 @@ void SummaryView::showSleepFindings()
         if (m_sleepSection->isVisible())
             card->show();
     }
-    setShown(m_sleepSection, !findings.isEmpty());
+    const bool journalDenied = sleep && sleep->journalDenied;
+    setShown(m_sleepCaveat, journalDenied);
+    setShown(m_sleepSection, !findings.isEmpty() || journalDenied);
 }
 
 void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
@@ -520,11 +522,18 @@ QWidget *SummaryView::makeSleepSection()
     const Profile::Sleep &words = Profile::current().sleep();
     m_sleepSection = new QWidget;
     m_sleepSection->setObjectName(u"sleepFindings"_s);
+    // Hidden outright: a page shown later shows every child not hidden on purpose.
+    m_sleepSection->hide();
     auto *column = new QVBoxLayout(m_sleepSection);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(10);
     column->addWidget(TextStyle::label(words.sectionTitle, Style::title3, Role::primary, Option::semibold));
     column->addWidget(TextStyle::label(words.sectionIntro, Style::callout, Role::secondary, Option::wrap));
+    m_sleepCaveat = TextStyle::label(Profile::current().lastSuspends().journalCaveat, Style::callout,
+                                     Role::secondary, Option::wrap | Option::selectable);
+    m_sleepCaveat->setObjectName(u"sleepJournalCaveat"_s);
+    m_sleepCaveat->hide();
+    column->addWidget(m_sleepCaveat);
     m_sleepCards = new QVBoxLayout;
     m_sleepCards->setSpacing(10);
     column->addLayout(m_sleepCards);

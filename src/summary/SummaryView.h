@@ -75,6 +75,7 @@ private:
     QLabel *m_verdictText = nullptr;
     QCheckBox *m_order = nullptr;
     QWidget *m_sleepSection = nullptr; ///< the sleep check's findings; hidden while it has none
+    QLabel *m_sleepCaveat = nullptr;
     QVBoxLayout *m_sleepCards = nullptr;
     QVBoxLayout *m_blocks = nullptr;
     std::array<Block, 3> m_kindBlocks{};

@@ -26,32 +26,7 @@ printf '[Login]\nHandleLidSwitch=ignore\nHandleLidSwitchExternalPower=ignore\nId
 mount --bind "$dir/logind.conf" /etc/systemd/logind.conf
 mount -t tmpfs lullwick-conf /etc/systemd/logind.conf.d 2>/dev/null || true
 
-cat >"$dir/system.conf" <<END
-<busconfig><type>system</type><listen>unix:path=$dir/system_bus</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow user="*"/><allow own="*"/><allow send_destination="*"/>
-<allow receive_sender="*"/></policy></busconfig>
-END
-pids=""
-cleanup() {
-    # shellcheck disable=SC2086
-    [ -z "$pids" ] || kill $pids 2>/dev/null || true
-    wait
-}
-trap cleanup EXIT
-
-dbus-daemon --nofork --config-file="$dir/system.conf" >/dev/null 2>&1 &
-pids="$pids $!"
-export DBUS_SYSTEM_BUS_ADDRESS="unix:path=$dir/system_bus"
-tries=0
-until [ -S "$dir/system_bus" ] || [ $tries -ge 100 ]; do sleep 0.1; tries=$((tries + 1)); done
-
-/lib/systemd/systemd-logind >"$dir/logind.log" 2>&1 &
-pids="$pids $!"
-tries=0
-until busctl --system --no-pager --list status org.freedesktop.login1 >/dev/null 2>&1 || [ $tries -ge 100 ]; do
-    sleep 0.1
-    tries=$((tries + 1))
-done
+. "$(dirname "$0")/private-logind.sh"
 
 systemd-inhibit --what=handle-lid-switch --mode=block --who="Lid Tester" --why="Handling the lid itself" \
     sleep 600 >/dev/null 2>&1 &
