@@ -2,9 +2,9 @@
 
 #include "model/AssertionsSnapshot.h"
 #include "platform/SerialWorker.h"
-#include "profile/ToolPaths.h"
 #include "pmset/PMSetError.h"
 #include "pmset/PMSetParser.h"
+#include "profile/ToolPaths.h"
 
 #include <QDateTime>
 #include <QFuture>

@@ -72,19 +72,6 @@ QJsonArray indexesOf(const QList<Assertion> &some, const QList<Assertion> &all)
     return indexes;
 }
 
-QString severityWord(RestartSeverity severity)
-{
-    switch (severity) {
-    case RestartSeverity::likely:
-        return u"likely"_s;
-    case RestartSeverity::possible:
-        return u"possible"_s;
-    case RestartSeverity::info:
-        return u"info"_s;
-    }
-    Q_UNREACHABLE();
-}
-
 QJsonArray findingsArray(const QList<Finding> &findings)
 {
     QJsonArray array;
@@ -127,7 +114,7 @@ QJsonObject ReportJson::restart(const RestartAnalysis &analysis)
 {
     QJsonArray findings;
     for (const RestartFinding &f : analysis.findings) {
-        findings.append(QJsonObject{{u"severity"_s, severityWord(f.severity)},
+        findings.append(QJsonObject{{u"severity"_s, word(f.severity)},
                                     {u"source"_s, f.source},
                                     {u"title"_s, f.title},
                                     {u"detail"_s, f.detail},
