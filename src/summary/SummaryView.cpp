@@ -4,10 +4,10 @@
 #include "profile/Profile.h"
 #include "summary/AssertionRow.h"
 #include "summary/AssertionsModel.h"
+#include "summary/SleepSection.h"
 #include "summary/SummaryVerdict.h"
 #include "ui/Card.h"
 #include "ui/DisclosureGroup.h"
-#include "ui/FindingCard.h"
 #include "ui/IconRow.h"
 #include "ui/Icons.h"
 #include "ui/LinkButton.h"
@@ -131,7 +131,7 @@ SummaryView::SummaryView(AssertionsModel *model, QWidget *parent)
         if (!m_order)
             return;
         showVerdict();
-        showSleepFindings();
+        m_sleepSection->showFindings(m_model->sleepFindings());
     });
     connect(m_model, &AssertionsModel::showNonBlockedFirstChanged, this, [this] {
         if (!m_order)
@@ -150,7 +150,9 @@ void SummaryView::makePage()
     content->setSpacing(18);
     content->addWidget(makeIntro());
     content->addWidget(makeVerdict());
-    content->addWidget(makeSleepSection());
+    m_sleepSection = new SleepSection;
+    m_sleepSection->showFindings(m_model->sleepFindings());
+    content->addWidget(m_sleepSection);
     m_order = new QCheckBox(u"Show what isn’t blocked first"_s);
     m_order->setObjectName(u"orderCheckBox"_s);
     m_order->setAccessibleName(m_order->text());
@@ -235,41 +237,6 @@ void SummaryView::showVerdict()
                              clear ? Role::green : Role::orange);
     m_verdictText->setText(verdict.text());
     NamedColor::bindForeground(m_verdictText, clear ? Role::green : Role::orange);
-}
-
-void SummaryView::showSleepFindings()
-{
-    const std::optional<SleepFindings> &sleep = m_model->sleepFindings();
-    const QList<Finding> findings = sleep ? sleep->findings : QList<Finding>();
-    while (QLayoutItem *item = m_sleepCards->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-    // The desktop's own power settings, for the findings about its automatic suspend and lid.
-    const Profile &profile = Profile::current();
-    std::optional<OpenTarget> powerSettings;
-    if (!profile.desktopLinks().links.isEmpty()) {
-        const QString &label = profile.desktopLinks().links.constFirst().label;
-        for (const OpenTarget &link : profile.settingsLinks()) {
-            if (link.label == label)
-                powerSettings = link;
-        }
-    }
-    for (const Finding &finding : findings) {
-        LinkButton *open = nullptr;
-        if (powerSettings && finding.source == profile.sleep().desktopSource) {
-            open = new LinkButton(powerSettings->label, u"gearshape"_s);
-            open->setObjectName(u"sleepFindingLink"_s);
-            connect(open, &LinkButton::clicked, this, [target = *powerSettings] { Workspace::open(target); });
-        }
-        auto *card = new FindingCard(finding, open);
-        m_sleepCards->addWidget(card);
-        if (m_sleepSection->isVisible())
-            card->show();
-    }
-    const bool journalDenied = sleep && sleep->journalDenied;
-    setShown(m_sleepCaveat, journalDenied);
-    setShown(m_sleepSection, !findings.isEmpty() || journalDenied);
 }
 
 void SummaryView::showSleepBlock(SleepKind kind, QList<Assertion> blockers)
@@ -515,30 +482,6 @@ QWidget *SummaryView::makeContent(const QString &explanation)
     column->addWidget(paragraph);
     column->addSpacing(4);
     return content;
-}
-
-QWidget *SummaryView::makeSleepSection()
-{
-    const Profile::Sleep &words = Profile::current().sleep();
-    m_sleepSection = new QWidget;
-    m_sleepSection->setObjectName(u"sleepFindings"_s);
-    // Hidden outright: a page shown later shows every child not hidden on purpose.
-    m_sleepSection->hide();
-    auto *column = new QVBoxLayout(m_sleepSection);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(10);
-    column->addWidget(TextStyle::label(words.sectionTitle, Style::title3, Role::primary, Option::semibold));
-    column->addWidget(TextStyle::label(words.sectionIntro, Style::callout, Role::secondary, Option::wrap));
-    m_sleepCaveat = TextStyle::label(Profile::current().lastSuspends().journalCaveat, Style::callout,
-                                     Role::secondary, Option::wrap | Option::selectable);
-    m_sleepCaveat->setObjectName(u"sleepJournalCaveat"_s);
-    m_sleepCaveat->hide();
-    column->addWidget(m_sleepCaveat);
-    m_sleepCards = new QVBoxLayout;
-    m_sleepCards->setSpacing(10);
-    column->addLayout(m_sleepCards);
-    showSleepFindings();
-    return m_sleepSection;
 }
 
 QWidget *SummaryView::makeWhereToLookNext()

@@ -20,6 +20,7 @@ class AssertionsModel;
 class Card;
 class DisclosureGroup;
 class IconLabel;
+class SleepSection;
 
 /// The Summary page: whether anything keeps the computer awake, which kinds of sleep are blocked, by
 /// which process, and where to look next. Redraws from the model's change signals; its ordering
@@ -49,13 +50,11 @@ private:
     void showNames();
     void orderBlocks();
     void showVerdict();
-    void showSleepFindings();
 
     [[nodiscard]] QWidget *makeErrorBox();
     [[nodiscard]] QWidget *makeIntro();
     [[nodiscard]] QWidget *makeVerdict();
     [[nodiscard]] QWidget *makeWhereToLookNext();
-    [[nodiscard]] QWidget *makeSleepSection();
     void makeSleepBlock(SleepKind kind);
     void makeOtherAssertionsBlock();
     [[nodiscard]] QWidget *makeContent(const QString &explanation);
@@ -74,9 +73,7 @@ private:
     IconLabel *m_verdictIcon = nullptr;
     QLabel *m_verdictText = nullptr;
     QCheckBox *m_order = nullptr;
-    QWidget *m_sleepSection = nullptr; ///< the sleep check's findings; hidden while it has none
-    QLabel *m_sleepCaveat = nullptr;
-    QVBoxLayout *m_sleepCards = nullptr;
+    SleepSection *m_sleepSection = nullptr;
     QVBoxLayout *m_blocks = nullptr;
     std::array<Block, 3> m_kindBlocks{};
     Block m_others;
